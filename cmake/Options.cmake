@@ -1,0 +1,14 @@
+# Every option of the build. The defaults suit a guest: whoever embeds MRCommon gets the libraries alone.
+
+option(MRCOMMON_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_EXAMPLES "Build the example host and the small examples" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_BENCHMARKS "Build the benchmarks" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_FUZZERS "Build the fuzz targets (with Clang the engine, else the replay main)" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_TOOLS "Build the command-line tools" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_DOCS "Build the manual (needs Doxygen)" OFF)
+option(MRCOMMON_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
+set(MRCOMMON_SANITIZE "" CACHE STRING "Sanitizers for everything built here, for example address,undefined")
+
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, Debug or RelWithDebInfo" FORCE)
+endif()

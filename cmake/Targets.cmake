@@ -1,0 +1,46 @@
+# How a target of this project is declared: one function for a library, one for a program.
+
+include(GNUInstallDirs)
+
+# Warnings, sanitizers and the language, for everything that is built here and for nothing that embeds us.
+function(mrcommon_house_rules target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+        $<$<BOOL:${MRCOMMON_WERROR}>:-Werror>)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    if(MRCOMMON_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${MRCOMMON_SANITIZE} -fno-omit-frame-pointer
+            -fno-sanitize-recover=all)
+        target_link_options(${target} PRIVATE -fsanitize=${MRCOMMON_SANITIZE})
+    endif()
+endfunction()
+
+# mrcommon_add_library(<name> SOURCES <file>... [LINKS <target>...])
+# A shared library of the family, known inside and outside as MRCommon::<name>. Symbols are hidden unless a
+# header exports them; siblings are looked for beside the library itself.
+function(mrcommon_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} SHARED ${ARG_SOURCES})
+    add_library(MRCommon::${name} ALIAS ${name})
+    target_link_libraries(${name} PUBLIC Headers ${ARG_LINKS})
+    # Floating point is evaluated as written: a fused multiply-add would change the last bit of a result.
+    target_compile_options(${name} PRIVATE -ffp-contract=off -fno-semantic-interposition)
+    if(NOT APPLE AND NOT MRCOMMON_SANITIZE)
+        target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    endif()
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${MRCOMMON_SOVERSION}
+        CXX_VISIBILITY_PRESET hidden
+        INSTALL_RPATH $<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>)
+    mrcommon_house_rules(${name})
+    install(TARGETS ${name} EXPORT MRCommonTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+endfunction()
+
+# mrcommon_add_program(<name> SOURCES <file>... [LINKS <target>...])
+function(mrcommon_add_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE MRCommon::MRCommon ${ARG_LINKS})
+    mrcommon_house_rules(${name})
+endfunction()

@@ -1,0 +1,55 @@
+#include "support/Allocations.h"
+
+#include <cstdlib>
+
+namespace {
+
+constexpr long never = -1;
+
+long allocationsMade = 0;
+long allocationsAlive = 0;
+long failsIn = never;
+bool hasStruck = false;
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    if (failsIn == 0) {
+        failsIn = never;
+        hasStruck = true;
+        throw std::bad_alloc();
+    }
+    if (failsIn > 0) --failsIn;
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr) throw std::bad_alloc();
+    ++allocationsMade;
+    ++allocationsAlive;
+    return memory;
+}
+
+void* operator new[](std::size_t size) { return operator new(size); }
+
+void operator delete(void* memory) noexcept {
+    if (memory == nullptr) return;
+    --allocationsAlive;
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept { operator delete(memory); }
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { operator delete(memory); }
+
+AllocationCounter::AllocationCounter() : made_(allocationsMade), alive_(allocationsAlive) {}
+
+long AllocationCounter::made() const { return allocationsMade - made_; }
+
+long AllocationCounter::alive() const { return allocationsAlive - alive_; }
+
+FailingAllocation::FailingAllocation(long nth) {
+    failsIn = nth;
+    hasStruck = false;
+}
+
+FailingAllocation::~FailingAllocation() { failsIn = never; }
+
+bool FailingAllocation::struck() const { return hasStruck; }
