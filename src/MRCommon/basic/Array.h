@@ -1,0 +1,32 @@
+// Array: a list of elements, copied exactly, appended to with an eighth in reserve.
+//     Array<int> values{10, 20};        // size 2, capacity 2
+//     values.push_back(30);             // size 3, capacity 2 + 0 + 4 = 6
+// In a list of strings every slot beyond the size is a live empty string.
+#ifndef MRCOMMON_BASIC_ARRAY_H
+#define MRCOMMON_BASIC_ARRAY_H
+
+#include <MRCommon/basic/ArrayCore.h>
+
+#include <initializer_list>
+
+namespace quarn {
+
+template <class T, class W = _Wa> class MRCOMMON_API Array : public ArrayCore<T, T, T*, QN_NO, QN_NO, W> {
+public:
+    Array() noexcept = default;
+    Array(std::initializer_list<T> elements);
+};
+
+// ---------------------------------------------------------------------------
+
+template <class T, class W> Array<T, W>::Array(std::initializer_list<T> elements) {
+    this->reserve(detail::containerSize(elements.size()), false);
+    std::copy(elements.begin(), elements.end(), this->data());
+    this->setSize(this->capacity());
+}
+
+static_assert(sizeof(Array<int>) == 16, "a buffer pointer and two 32-bit counts, nothing else");
+
+} // namespace quarn
+
+#endif

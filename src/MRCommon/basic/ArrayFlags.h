@@ -1,0 +1,22 @@
+// ArrayFlags: why an array of the product is locked, and which of its modification controls are raised.
+#ifndef MRCOMMON_BASIC_ARRAYFLAGS_H
+#define MRCOMMON_BASIC_ARRAYFLAGS_H
+
+namespace quarn {
+
+constexpr unsigned int ARRAY_TYPEABLE_IS_LOCKED_TYPE = 1;
+constexpr unsigned int ARRAY_TYPEABLE_IS_LOCKED_BECAUSE_We = 2;
+constexpr unsigned int ARRAY_TYPEABLE_IS_LOCKED_BECAUSE_Wa = 4;
+constexpr unsigned int ARRAY_TYPEABLE_COPY_MASK = ARRAY_TYPEABLE_IS_LOCKED_TYPE;
+
+constexpr unsigned int ARRAY_TYPEABLE_MODIFIED_CONTROL_0 = 256;
+constexpr unsigned int ARRAY_TYPEABLE_MODIFIED_CONTROL_1 = 512;
+constexpr unsigned int ARRAY_TYPEABLE_MODIFIED_CONTROL_2 = 1024;
+constexpr unsigned int ARRAY_TYPEABLE_MODIFIED_CONTROL_3 = 2048;
+constexpr unsigned int ARRAY_TYPEABLE_MODIFIED_CONTROL_MASK =
+    ARRAY_TYPEABLE_MODIFIED_CONTROL_0 | ARRAY_TYPEABLE_MODIFIED_CONTROL_1 |
+    ARRAY_TYPEABLE_MODIFIED_CONTROL_2 | ARRAY_TYPEABLE_MODIFIED_CONTROL_3;
+
+} // namespace quarn
+
+#endif

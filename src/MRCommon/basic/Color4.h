@@ -1,0 +1,31 @@
+// Color4: red, green, blue and opacity, side by side. A fresh one is opaque black, (0, 0, 0, 1).
+//     Color4<float> water(0.1f, 0.3f, 0.6f, 1);
+#ifndef MRCOMMON_BASIC_COLOR4_H
+#define MRCOMMON_BASIC_COLOR4_H
+
+#include <MRCommon/Export.h>
+
+#include <type_traits>
+
+namespace quarn {
+
+template <class T> class MRCOMMON_API Color4 {
+public:
+    T r = 0, g = 0, b = 0, a = 1;
+
+    constexpr Color4() = default;
+    constexpr Color4(T r_, T g_, T b_, T a_) : r(r_), g(g_), b(b_), a(a_) {}
+
+    friend constexpr bool operator==(Color4 const& p, Color4 const& q) {
+        return p.r == q.r && p.g == q.g && p.b == q.b && p.a == q.a;
+    }
+    friend constexpr bool operator!=(Color4 const& p, Color4 const& q) { return !(p == q); }
+};
+
+static_assert(sizeof(Color4<float>) == 16 && sizeof(Color4<double>) == 32);
+static_assert(std::is_trivially_copyable_v<Color4<float>> && std::is_standard_layout_v<Color4<float>>);
+static_assert(std::is_trivially_copyable_v<Color4<double>> && std::is_standard_layout_v<Color4<double>>);
+
+} // namespace quarn
+
+#endif

@@ -1,0 +1,35 @@
+// ErrorItem: one entry of the product's error list, and its flags.
+//     ERROR_TOO_OLD.message.c_str()     "Error not in list because too old"
+#ifndef MRCOMMON_BASIC_ERRORITEM_H
+#define MRCOMMON_BASIC_ERRORITEM_H
+
+#include <MRCommon/basic/QN_String.h>
+
+namespace quarn {
+
+// How severe: class flags.
+constexpr unsigned int EICF_TOO_OLD = 1;
+constexpr unsigned int EICF_INFO = 2;
+constexpr unsigned int EICF_WARNING = 4;
+constexpr unsigned int EICF_RECOVERABLE_ERROR = 8;
+constexpr unsigned int EICF_CRITICAL_ERROR = 16;
+
+// Whose list: list flags. Bit 4 belongs to another module of the product and is never set here.
+constexpr unsigned int EILF_TOO_OLD = 1;
+constexpr unsigned int EILF_BASICLIB = 2;
+constexpr unsigned int EILF_MARELLE = 8;
+
+struct MRCOMMON_API ErrorItem {
+    unsigned int classFlags; ///< a combination of EICF_ flags
+    unsigned int listFlags;  ///< a combination of EILF_ flags
+    unsigned int code;
+    QN_String message;
+};
+
+/// What stands for an error that has left the list. Every file that includes this header has a copy of its
+/// own.
+static ErrorItem const ERROR_TOO_OLD{EICF_TOO_OLD, EILF_TOO_OLD, 0, "Error not in list because too old"};
+
+} // namespace quarn
+
+#endif

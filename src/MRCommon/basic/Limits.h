@@ -1,0 +1,34 @@
+// Limits: the widest finite bounds, four of a kind, and the sample count of the Gaussian source.
+//     constants::f::MX_MX_MX_MX[0]      the largest finite float
+#ifndef MRCOMMON_BASIC_LIMITS_H
+#define MRCOMMON_BASIC_LIMITS_H
+
+#include <MRCommon/basic/Tuple.h>
+
+#include <limits>
+
+namespace quarn {
+
+/// How many independent uniform variables are added up for one that is nearly Gaussian.
+constexpr double GAUSSIAN_NUM_INDEP_UNIF_VAR_D = 30.0;
+
+namespace detail {
+
+template <class T> constexpr TupleN<4, T> fourTimes(T value) { return {{value, value, value, value}}; }
+
+} // namespace detail
+
+// The minima are the negated maxima, not the smallest positive numbers.
+namespace constants::f {
+constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
+constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
+} // namespace constants::f
+
+namespace constants::d {
+constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
+constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
+} // namespace constants::d
+
+} // namespace quarn
+
+#endif

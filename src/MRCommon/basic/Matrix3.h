@@ -1,0 +1,29 @@
+// Matrix3: nine components row by row; element (r, c) stands at position 3 r + c.
+//     Matrix3<double> m;  m(0, 2) = 1;          // the third of the nine
+// Default construction leaves the components unwritten. An index outside 0..2 is a caller's error.
+#ifndef MRCOMMON_BASIC_MATRIX3_H
+#define MRCOMMON_BASIC_MATRIX3_H
+
+#include <MRCommon/Export.h>
+
+#include <type_traits>
+
+namespace quarn {
+
+template <class T> class MRCOMMON_API Matrix3 {
+public:
+    constexpr T& operator()(int row, int column) { return elements_[3 * row + column]; }
+    constexpr T const& operator()(int row, int column) const { return elements_[3 * row + column]; }
+    constexpr T* data() { return elements_; }
+    constexpr T const* data() const { return elements_; }
+
+private:
+    T elements_[9];
+};
+
+static_assert(sizeof(Matrix3<float>) == 36 && sizeof(Matrix3<double>) == 72);
+static_assert(std::is_trivially_copyable_v<Matrix3<double>> && std::is_standard_layout_v<Matrix3<double>>);
+
+} // namespace quarn
+
+#endif

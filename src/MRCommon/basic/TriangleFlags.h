@@ -1,0 +1,12 @@
+// TriangleFlags: what is known of a triangle.
+#ifndef MRCOMMON_BASIC_TRIANGLEFLAGS_H
+#define MRCOMMON_BASIC_TRIANGLEFLAGS_H
+
+namespace quarn {
+
+constexpr unsigned int triangleFlags_OBTUSE = 1;
+constexpr unsigned int triangleFlags_2SIDED = 2;
+
+} // namespace quarn
+
+#endif

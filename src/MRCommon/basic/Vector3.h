@@ -1,0 +1,52 @@
+// Vector3: three components x, y, z, side by side: a point, a direction, an extent.
+//     Vector3<float> v(1, 2, 3);        v.dot(v) is 14
+// Default construction leaves the components unwritten.
+#ifndef MRCOMMON_BASIC_VECTOR3_H
+#define MRCOMMON_BASIC_VECTOR3_H
+
+#include <MRCommon/Export.h>
+
+#include <cmath>
+#include <type_traits>
+
+namespace quarn {
+
+template <class T> class MRCOMMON_API Vector3 {
+public:
+    T x, y, z;
+
+    Vector3() = default;
+    constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {}
+
+    /// Component 0, 1 or 2. Another index is a caller's error.
+    constexpr T& operator[](int i) { return i == 0 ? x : i == 1 ? y : z; }
+    constexpr T const& operator[](int i) const { return i == 0 ? x : i == 1 ? y : z; }
+
+    constexpr Vector3 operator+(Vector3 const& b) const { return {x + b.x, y + b.y, z + b.z}; }
+    constexpr Vector3 operator-(Vector3 const& b) const { return {x - b.x, y - b.y, z - b.z}; }
+    constexpr Vector3 operator-() const { return {-x, -y, -z}; }
+    constexpr Vector3 operator*(T s) const { return {x * s, y * s, z * s}; }
+    constexpr Vector3& operator+=(Vector3 const& b) { return *this = *this + b; }
+    constexpr Vector3& operator-=(Vector3 const& b) { return *this = *this - b; }
+    constexpr Vector3& operator*=(T s) { return *this = *this * s; }
+    friend constexpr Vector3 operator*(T s, Vector3 const& v) { return v * s; }
+
+    constexpr T dot(Vector3 const& b) const { return x * b.x + y * b.y + z * b.z; }
+    constexpr Vector3 cross(Vector3 const& b) const {
+        return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x};
+    }
+    T length() const { return std::sqrt(dot(*this)); }
+
+    friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) {
+        return a.x == b.x && a.y == b.y && a.z == b.z;
+    }
+    friend constexpr bool operator!=(Vector3 const& a, Vector3 const& b) { return !(a == b); }
+};
+
+static_assert(sizeof(Vector3<float>) == 12 && sizeof(Vector3<double>) == 24);
+static_assert(std::is_trivially_copyable_v<Vector3<float>> && std::is_standard_layout_v<Vector3<float>>);
+static_assert(std::is_trivially_copyable_v<Vector3<double>> && std::is_standard_layout_v<Vector3<double>>);
+
+} // namespace quarn
+
+#endif
