@@ -1,0 +1,129 @@
+#include <qn_basic/QN_MetaClassBase.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace quarn {
+
+namespace {
+
+using MetaClass = QN_MetaClassBase const*;
+
+/// The registered classes, oldest first, each with its id beside it so that a search walks through one array.
+class Registry {
+public:
+    unsigned long long add(MetaClass metaClass, unsigned long long id) {
+        while (find(id) != nullptr) ++id;
+        entries_.push_back({id, metaClass});
+        return id;
+    }
+
+    void remove(MetaClass metaClass) {
+        entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
+                                      [&](Entry const& entry) { return entry.metaClass == metaClass; }),
+                       entries_.end());
+    }
+
+    MetaClass find(unsigned long long id) const {
+        for (Entry const& entry : entries_)
+            if (entry.id == id) return entry.metaClass;
+        return nullptr;
+    }
+
+    MetaClass find(QN_String const& name, unsigned long long hash) const {
+        // Nearly always the class stands under the plain hash, as the oldest of its name.
+        for (Entry const& entry : entries_)
+            if (entry.id == hash && entry.metaClass->className() == name) return entry.metaClass;
+        for (Entry const& entry : entries_)
+            if (entry.metaClass->className() == name) return entry.metaClass;
+        return nullptr;
+    }
+
+    template <class Visitor> void forEach(Visitor const& visit) const {
+        for (Entry const& entry : entries_) visit(entry.metaClass);
+    }
+
+private:
+    struct Entry {
+        unsigned long long id;
+        MetaClass metaClass;
+    };
+    std::vector<Entry> entries_;
+};
+
+/// Made by the first class that registers, hence destroyed behind the last.
+Registry& registry() {
+    static Registry classes;
+    return classes;
+}
+
+unsigned long long fnv1a(QN_String const& text) {
+    unsigned long long hash = 14695981039346656037ull;
+    std::for_each(text.begin(), text.begin() + text.length(), [&](char c) {
+        hash ^= static_cast<unsigned char>(c);
+        hash *= 1099511628211ull;
+    });
+    return hash;
+}
+
+} // namespace
+
+QN_MetaClassBase const metaClass_QN_Class("QN_Class", 1);
+
+QN_MetaClassBase::QN_MetaClassBase(char const* name, unsigned int const& schema)
+    : name_(name), schema_(schema) {
+    id_ = registry().add(this, fnv1a(name_));
+}
+
+QN_MetaClassBase::~QN_MetaClassBase() { registry().remove(this); }
+
+bool QN_MetaClassBase::hasAncestor(unsigned long long const& id) const {
+    return id == id_ || descendsFrom(find(id));
+}
+
+bool QN_MetaClassBase::hasAncestor(QN_String const& name) const {
+    return name == name_ || descendsFrom(find(name));
+}
+
+unsigned int QN_MetaClassBase::getGenealogyTreeSchema() const {
+    unsigned int sum = 0;
+    registry().forEach([&](MetaClass other) {
+        if (other == this || descendsFrom(other)) sum += other->classSchema();
+    });
+    return sum;
+}
+
+unsigned long QN_MetaClassBase::getClassSizeOf() const { return 0; }
+
+void* QN_MetaClassBase::metaNew() const { return nullptr; }
+
+void QN_MetaClassBase::metaDelete(void*&) const {}
+
+QN_MetaClassBase::RunTimeType QN_MetaClassBase::runTimeType() const { return {nullptr, nullptr}; }
+
+void QN_MetaClassBase::printf() const {
+    std::printf("%s (id %016llx, schema %u)\n", name_.c_str(), id_, schema_);
+}
+
+QN_MetaClassBase const* QN_MetaClassBase::find(QN_String const& name) {
+    return registry().find(name, fnv1a(name));
+}
+
+QN_MetaClassBase const* QN_MetaClassBase::find(unsigned long long id) { return registry().find(id); }
+
+Array<QN_MetaClassBase const*> QN_MetaClassBase::registered() {
+    Array<QN_MetaClassBase const*> classes;
+    registry().forEach([&](MetaClass metaClass) { classes.push_back(metaClass); });
+    return classes;
+}
+
+bool QN_MetaClassBase::descendsFrom(QN_MetaClassBase const* ancestor) const {
+    if (ancestor == nullptr || this == &metaClass_QN_Class) return false;
+    if (ancestor == &metaClass_QN_Class) return true;
+    auto const question = ancestor->runTimeType().catches;
+    auto const throwNull = runTimeType().throwNull;
+    return question != nullptr && throwNull != nullptr && question(throwNull);
+}
+
+} // namespace quarn
