@@ -1,0 +1,75 @@
+#include <MRCommon/properties/ItemVariant.h>
+
+#include <MRCommon/properties/detail/ValueRecord.h>
+
+#include <memory>
+
+namespace quarn {
+
+namespace {
+
+/// Calls `visit` with the value as what it is; nothing where there is none.
+template <class Visit> void visitValue(unsigned int tag, void* value, Visit const& visit) {
+    if (value == nullptr) return;
+    detail::visitKind(tag, [&](auto kind) { visit(static_cast<typename decltype(kind)::Type*>(value)); });
+}
+
+bool isKnown(unsigned int tag) { return tag >= 1 && tag <= detail::variantTag<Tuple2<QN_String, int>>; }
+
+} // namespace
+
+ItemVariant* ItemVariant::ItemVariant_Invalid = new ItemVariant();
+
+ItemVariant::ItemVariant(QN_String const& value) : ItemVariant(own(value)) {}
+
+ItemVariant::ItemVariant(Array<QN_String> const& value) : ItemVariant(own(value)) {}
+
+ItemVariant::ItemVariant(Tuple2<QN_String, int> const& value) : ItemVariant(own(value)) {}
+
+ItemVariant::ItemVariant(ItemVariant const& other) : tag_(other.tag_) {
+    visitValue(other.tag_, other.value_,
+               [&](auto const* value) { value_ = new std::decay_t<decltype(*value)>(*value); });
+}
+
+ItemVariant& ItemVariant::operator=(ItemVariant other) noexcept {
+    swap(other);
+    return *this;
+}
+
+ItemVariant::~ItemVariant() { deleteValue(); }
+
+void ItemVariant::deleteValue() {
+    if (!isKnown(tag_)) return;
+    visitValue(tag_, std::exchange(value_, nullptr), [](auto* value) { delete value; });
+}
+
+void ItemVariant::readFrom(FileStreamRaw& stream) { readFromT(stream); }
+
+void ItemVariant::writeTo(FileStreamRaw& stream) const { writeToT(stream); }
+
+template <class Stream> void ItemVariant::readFromT(Stream& stream) {
+    tag_ = encoding::readU32(stream);
+    if (!isKnown(tag_)) return;
+    value_ = nullptr; // not released: meant for a variant without a value
+    detail::visitKind(tag_, [&](auto kind) {
+        using T = typename decltype(kind)::Type;
+        std::unique_ptr<T> value(detail::newFreshValue<T>());
+        detail::readValue(stream, *value);
+        value_ = value.release();
+    });
+}
+
+template <class Stream> void ItemVariant::writeToT(Stream& stream) const {
+    encoding::writeU32(stream, isKnown(tag_) && value_ == nullptr ? 0 : tag_);
+    visitValue(tag_, value_, [&](auto const* value) { detail::writeValue(stream, *value); });
+}
+
+void ItemVariant::swap(ItemVariant& other) noexcept {
+    std::swap(tag_, other.tag_);
+    std::swap(value_, other.value_);
+}
+
+template MRCOMMON_API void ItemVariant::readFromT(FileStreamRaw&);
+template MRCOMMON_API void ItemVariant::writeToT(FileStreamRaw&) const;
+
+} // namespace quarn
