@@ -1,0 +1,37 @@
+// MRCommon.h: everything public in one include, the two sibling libraries' headers with it.
+//     #include <MRCommon/MRCommon.h>
+//     quarn::PptyFloat gravity("gravity", -9.81f);
+#ifndef MRCOMMON_MRCOMMON_H
+#define MRCOMMON_MRCOMMON_H
+
+#include <MRCommon/basic/Array.h>
+#include <MRCommon/basic/ArrayCore.h>
+#include <MRCommon/basic/ArrayFlags.h>
+#include <MRCommon/basic/Color4.h>
+#include <MRCommon/basic/ErrorItem.h>
+#include <MRCommon/basic/FileStream.h>
+#include <MRCommon/basic/FileStreamEndian.h>
+#include <MRCommon/basic/FileStreamRaw.h>
+#include <MRCommon/basic/GridConnections.h>
+#include <MRCommon/basic/Limits.h>
+#include <MRCommon/basic/Matrix3.h>
+#include <MRCommon/basic/Matrix4.h>
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/basic/Quaternion.h>
+#include <MRCommon/basic/StreamEncoding.h>
+#include <MRCommon/basic/TriangleFlags.h>
+#include <MRCommon/basic/Tuple.h>
+#include <MRCommon/basic/Vector3.h>
+#include <MRCommon/Export.h>
+#include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/properties/ItemVariant.h>
+#include <MRCommon/properties/MetaClasses.h>
+#include <MRCommon/properties/Ppty.h>
+#include <MRCommon/properties/PptyText.h>
+#include <MRCommon/properties/QN_Class.h>
+#include <MRCommon/properties/QN_MetaClass.h>
+#include <qn_basic/QN_MetaClassBase.h>
+#include <qn_fileio/qn_fileio.h>
+
+#endif

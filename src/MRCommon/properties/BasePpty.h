@@ -1,0 +1,38 @@
+// BasePpty: a property's value, kept in a variant, and the access to it that all kinds share.
+//     *property.getRefToValue() = 2.5f;
+//     property.setValue(3.0f);
+//     property.getVariantValue().as<float>()
+// `T` is one of the value kinds of ItemVariant, `TypeCode` a Ppty::Type. The variant's tag is that of the
+// plain kind (a ranged float carries the tag of float) and never changes.
+#ifndef MRCOMMON_PROPERTIES_BASEPPTY_H
+#define MRCOMMON_PROPERTIES_BASEPPTY_H
+
+#include <MRCommon/properties/Ppty.h>
+
+namespace quarn {
+
+template <class T, unsigned int TypeCode> class MRCOMMON_API BasePpty : public Ppty {
+public:
+    ItemVariant const& getVariantValue() const override;
+    bool setValue(ItemVariant const& value) override;
+    unsigned int getType() const override;
+
+    virtual T* getRefToValue();            // slot 18: the value itself; writing through it tests nothing
+    virtual bool setValue(T const& value); // slot 19: takes a copy; true
+
+protected:
+    explicit BasePpty(QN_String const& name); ///< with a fresh value
+    BasePpty(QN_String const& name, T const& value);
+    BasePpty(BasePpty const& other);
+    ~BasePpty() override;
+
+    T& value() { return *variant_.as<T>(); }
+    T const& value() const { return *variant_.as<T>(); }
+
+private:
+    ItemVariant variant_;
+};
+
+} // namespace quarn
+
+#endif

@@ -1,0 +1,64 @@
+#include <MRCommon/properties/BasicPpty.h>
+
+#include <MRCommon/properties/detail/BasePptyCode.h>
+#include <MRCommon/properties/detail/ValueRecord.h>
+#include <MRCommon/properties/detail/ValueText.h>
+
+namespace quarn {
+
+template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty() : BasicPpty(QN_String()) {}
+
+template <class T, unsigned int TypeCode>
+BasicPpty<T, TypeCode>::BasicPpty(QN_String const& name) : BasePpty<T, TypeCode>(name) {}
+
+template <class T, unsigned int TypeCode>
+BasicPpty<T, TypeCode>::BasicPpty(QN_String const& name, T const& value)
+    : BasePpty<T, TypeCode>(name, value) {}
+
+template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty(BasicPpty const& other) = default;
+
+template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::~BasicPpty() = default;
+
+template <class T, unsigned int TypeCode> Ppty* BasicPpty<T, TypeCode>::clone() const {
+    return new BasicPpty(*this);
+}
+
+template <class T, unsigned int TypeCode>
+Ppty* BasicPpty<T, TypeCode>::cloneWithNewName(QN_String const& name) const {
+    return this->renamed(clone(), name);
+}
+
+template <class T, unsigned int TypeCode> QN_String BasicPpty<T, TypeCode>::toStr() const {
+    return detail::textOf(this->value());
+}
+
+template <class T, unsigned int TypeCode> void BasicPpty<T, TypeCode>::readFrom(FileStreamRaw& stream) {
+    Ppty::readFrom(stream);
+    detail::readValue(stream, this->value());
+}
+
+template <class T, unsigned int TypeCode> void BasicPpty<T, TypeCode>::writeTo(FileStreamRaw& stream) const {
+    Ppty::writeTo(stream);
+    detail::writeValue(stream, this->value());
+}
+
+#define QN_MAKE(T, CODE)                                                                                     \
+    template class BasePpty<T, CODE>;                                                                        \
+    template class BasicPpty<T, CODE>
+
+QN_MAKE(int, Ppty::TYPE_INT);
+QN_MAKE(long long, Ppty::TYPE_INT64);
+QN_MAKE(float, Ppty::TYPE_FLOAT);
+QN_MAKE(double, Ppty::TYPE_DOUBLE);
+QN_MAKE(bool, Ppty::TYPE_BOOL);
+QN_MAKE(QN_String, Ppty::TYPE_STRING);
+QN_MAKE(Vector3<float>, Ppty::TYPE_VECTOR3F);
+QN_MAKE(Vector3<double>, Ppty::TYPE_VECTOR3D);
+QN_MAKE(Color4<float>, Ppty::TYPE_COLOR4F);
+QN_MAKE(Color4<double>, Ppty::TYPE_COLOR4D);
+QN_MAKE(QN_String, Ppty::TYPE_FILE);
+QN_MAKE(QN_String, Ppty::TYPE_DIRECTORY);
+
+#undef QN_MAKE
+
+} // namespace quarn

@@ -1,0 +1,84 @@
+// BasicPpty: a property that holds one plain value, in twelve kinds.
+//     PptyFloat gravity("gravity", -9.81f);
+//     gravity.toStr().c_str()           // " -9.810000 "
+//     gravity.writeTo(raw);             // head, then the four bytes of the float
+//
+//   kind            value             fresh           raw record behind the head     toStr
+//   PptyInt         int               0               4 bytes                        " %i "
+//   PptyInt64       long long         0               8 bytes                        " %i64 ", see below
+//   PptyFloat       float             0               4 bytes                        " %f "
+//   PptyDouble      double            0               8 bytes                        " %f "
+//   PptyBool        bool              false           1 byte, 0 or 1                 "True", "False"
+//   PptyString      QN_String         empty           U32 size, bytes                the value
+//   PptyVector3F    Vector3<float>    unwritten       12 bytes                       "x: %f \n, y: %f \n, z:
+//   %f \n" PptyVector3D    Vector3<double>   unwritten       24 bytes                       the same
+//   PptyColor4F     Color4<float>     (0, 0, 0, 1)    16 bytes                       "r: %f \n, g: %f \n, b:
+//   ..." PptyColor4D     Color4<double>    (0, 0, 0, 1)    32 bytes                       the same PptyFile
+//   QN_String         empty           as PptyString                  the value PptyDirectory   QN_String
+//   empty           as PptyString                  the value
+//
+// The text of a PptyInt64 is the low 32 bits in decimal followed by the characters 64: 5 gives " 564 ".
+// Meant: stored texts and user interfaces expect it. Held by BasicPpty.TextOfInt64KeepsItsLowBitsAnd64.
+#ifndef MRCOMMON_PROPERTIES_BASICPPTY_H
+#define MRCOMMON_PROPERTIES_BASICPPTY_H
+
+#include <MRCommon/properties/BasePpty.h>
+
+namespace quarn {
+
+template <class T, unsigned int TypeCode> class MRCOMMON_API BasicPpty : public BasePpty<T, TypeCode> {
+public:
+    QN_CLASS_IDENTITY
+
+    BasicPpty(); ///< without a name, with a fresh value
+    explicit BasicPpty(QN_String const& name);
+    explicit BasicPpty(QN_String const& name, T const& value);
+    BasicPpty(BasicPpty const& other);
+    ~BasicPpty() override;
+
+    Ppty* clone() const override;
+    Ppty* cloneWithNewName(QN_String const& name) const override;
+    QN_String toStr() const override;
+
+    using Ppty::readFrom;
+    using Ppty::writeTo;
+    void readFrom(FileStreamRaw& stream) override;
+    void writeTo(FileStreamRaw& stream) const override;
+};
+
+using PptyInt = BasicPpty<int, Ppty::TYPE_INT>;
+using PptyInt64 = BasicPpty<long long, Ppty::TYPE_INT64>;
+using PptyFloat = BasicPpty<float, Ppty::TYPE_FLOAT>;
+using PptyDouble = BasicPpty<double, Ppty::TYPE_DOUBLE>;
+using PptyBool = BasicPpty<bool, Ppty::TYPE_BOOL>;
+using PptyString = BasicPpty<QN_String, Ppty::TYPE_STRING>;
+using PptyVector3F = BasicPpty<Vector3<float>, Ppty::TYPE_VECTOR3F>;
+using PptyVector3D = BasicPpty<Vector3<double>, Ppty::TYPE_VECTOR3D>;
+using PptyColor4F = BasicPpty<Color4<float>, Ppty::TYPE_COLOR4F>;
+using PptyColor4D = BasicPpty<Color4<double>, Ppty::TYPE_COLOR4D>;
+using PptyFile = BasicPpty<QN_String, Ppty::TYPE_FILE>;
+using PptyDirectory = BasicPpty<QN_String, Ppty::TYPE_DIRECTORY>;
+
+#define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
+    template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \
+    extern template class BasePpty<T, CODE>;                                                                 \
+    extern template class BasicPpty<T, CODE>
+
+QN_MADE_IN_LIBRARY(PptyInt, int, Ppty::TYPE_INT);
+QN_MADE_IN_LIBRARY(PptyInt64, long long, Ppty::TYPE_INT64);
+QN_MADE_IN_LIBRARY(PptyFloat, float, Ppty::TYPE_FLOAT);
+QN_MADE_IN_LIBRARY(PptyDouble, double, Ppty::TYPE_DOUBLE);
+QN_MADE_IN_LIBRARY(PptyBool, bool, Ppty::TYPE_BOOL);
+QN_MADE_IN_LIBRARY(PptyString, QN_String, Ppty::TYPE_STRING);
+QN_MADE_IN_LIBRARY(PptyVector3F, Vector3<float>, Ppty::TYPE_VECTOR3F);
+QN_MADE_IN_LIBRARY(PptyVector3D, Vector3<double>, Ppty::TYPE_VECTOR3D);
+QN_MADE_IN_LIBRARY(PptyColor4F, Color4<float>, Ppty::TYPE_COLOR4F);
+QN_MADE_IN_LIBRARY(PptyColor4D, Color4<double>, Ppty::TYPE_COLOR4D);
+QN_MADE_IN_LIBRARY(PptyFile, QN_String, Ppty::TYPE_FILE);
+QN_MADE_IN_LIBRARY(PptyDirectory, QN_String, Ppty::TYPE_DIRECTORY);
+
+#undef QN_MADE_IN_LIBRARY
+
+} // namespace quarn
+
+#endif

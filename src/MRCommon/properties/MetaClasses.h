@@ -1,0 +1,34 @@
+// MetaClasses: the objects that stand for the concrete property classes, registered while the library is
+// loaded.
+//     void* object = metaClass_PptyFloat.metaNew();
+// Their names in the registry are those behind the underscore.
+#ifndef MRCOMMON_PROPERTIES_METACLASSES_H
+#define MRCOMMON_PROPERTIES_METACLASSES_H
+
+#include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/properties/QN_MetaClass.h>
+
+namespace quarn {
+
+#define QN_DECLARE_METACLASS(KIND)                                                                           \
+    extern template class QN_MetaClass<KIND>;                                                                \
+    extern MRCOMMON_API QN_MetaClass<KIND> const metaClass_##KIND
+
+QN_DECLARE_METACLASS(PptyInt);
+QN_DECLARE_METACLASS(PptyInt64);
+QN_DECLARE_METACLASS(PptyDouble);
+QN_DECLARE_METACLASS(PptyFloat);
+QN_DECLARE_METACLASS(PptyBool);
+QN_DECLARE_METACLASS(PptyString);
+QN_DECLARE_METACLASS(PptyVector3F);
+QN_DECLARE_METACLASS(PptyVector3D);
+QN_DECLARE_METACLASS(PptyColor4F);
+QN_DECLARE_METACLASS(PptyColor4D);
+QN_DECLARE_METACLASS(PptyFile);
+QN_DECLARE_METACLASS(PptyDirectory);
+
+#undef QN_DECLARE_METACLASS
+
+} // namespace quarn
+
+#endif

@@ -1,0 +1,149 @@
+// Run-time identity: the registry, the objects that stand for the classes, ancestry, and classes of a host.
+#include <MRCommon/properties/MetaClasses.h>
+
+#include "support/Allocations.h"
+#include "support/Slots.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <string>
+
+using namespace quarn;
+
+namespace {
+
+/// A kind of a host's own.
+class Wind : public PptyFloat {
+public:
+    QN_CLASS_IDENTITY
+    Wind() = default;
+    Ppty* clone() const override { return new Wind(*this); }
+};
+
+class Storm : public Wind {
+public:
+    QN_CLASS_IDENTITY
+};
+
+QN_MetaClass<Wind> const metaClass_Wind("Wind", 7);
+QN_MetaClass<Storm> const metaClass_Storm("Storm", 9);
+
+QN_MetaClassBase const& Wind::metaClass() { return metaClass_Wind; }
+QN_MetaClassBase const& Storm::metaClass() { return metaClass_Storm; }
+
+} // namespace
+
+TEST(Registry, HoldsTheLibraryClassesInOrderAndFindsThem) {
+    std::string names;
+    std::set<unsigned long long> ids;
+    for (QN_MetaClassBase const* m : QN_MetaClassBase::registered()) {
+        names += std::string(m->className().c_str()) + " ";
+        ids.insert(m->classId());
+        EXPECT_EQ(QN_MetaClassBase::find(m->className()), m);
+        EXPECT_EQ(QN_MetaClassBase::find(m->classId()), m);
+    }
+    EXPECT_EQ(names, "QN_Class PptyInt PptyInt64 PptyDouble PptyFloat PptyBool PptyString PptyVector3F "
+                     "PptyVector3D PptyColor4F PptyColor4D PptyFile PptyDirectory Wind Storm ");
+    EXPECT_EQ(ids.size(), QN_MetaClassBase::registered().size());
+    EXPECT_EQ(QN_MetaClassBase::find("NoSuchClass"), nullptr);
+    EXPECT_EQ(QN_MetaClassBase::find(0ull), nullptr);
+}
+
+TEST(Registry, MakesIdsFromNames) {
+    // FNV-1a of "a", from the published test vectors.
+    QN_MetaClass<Wind> const a("a", 1);
+    EXPECT_EQ(a.classId(), 0xAF63DC4C8601EC8Cull);
+    QN_MetaClass<Wind> const again("a", 2);
+    EXPECT_EQ(again.classId(), a.classId() + 1) << "a taken id moves on by one";
+    EXPECT_EQ(QN_MetaClassBase::find("a"), &a) << "the oldest of a name";
+}
+
+TEST(Registry, ForgetsWhatIsDestroyed) {
+    unsigned int const before = QN_MetaClassBase::registered().size();
+    auto first = std::make_unique<QN_MetaClass<Wind>>("Twice", 1);
+    QN_MetaClass<Wind> const second("Twice", 2);
+    EXPECT_EQ(QN_MetaClassBase::registered().size(), before + 2);
+    unsigned long long const id = first->classId();
+    first.reset();
+    EXPECT_EQ(QN_MetaClassBase::find(id), nullptr);
+    EXPECT_EQ(QN_MetaClassBase::find("Twice"), &second) << "found although its id had moved on";
+}
+
+TEST(MetaClass, MakesAndDeletesObjects) {
+    for (QN_MetaClassBase const* m : QN_MetaClassBase::registered()) {
+        AllocationCounter count;
+        void* object = m->metaNew();
+        if (m == &metaClass_QN_Class) {
+            EXPECT_EQ(object, nullptr) << "the root stands for no concrete class";
+            EXPECT_EQ(m->getClassSizeOf(), 0u);
+            continue;
+        }
+        auto const& ppty = *static_cast<Ppty*>(object);
+        EXPECT_EQ(&ppty.getClassId(), &m->classId());
+        EXPECT_EQ(&ppty.getClassName(), &m->className());
+        EXPECT_EQ(&ppty.getClassSchema(), &m->classSchema());
+        EXPECT_STREQ(ppty.getName().c_str(), "");
+        m->metaDelete(object);
+        EXPECT_EQ(object, nullptr);
+        m->metaDelete(object);
+        EXPECT_EQ(count.alive(), 0);
+    }
+    EXPECT_EQ(metaClass_PptyFloat.getClassSizeOf(), sizeof(PptyFloat));
+}
+
+TEST(MetaClass, KnowsAncestorsByRunTimeType) {
+    struct {
+        Ppty const& object;
+        char const* name;
+        bool answer;
+    } const cases[] = {
+        {PptyFile(), "PptyFile", true},  {PptyFile(), "QN_Class", true}, {PptyFile(), "PptyString", false},
+        {PptyInt(), "PptyInt64", false}, {Wind(), "PptyFloat", true},    {Wind(), "QN_Class", true},
+        {Wind(), "Storm", false},        {Storm(), "Wind", true},        {Storm(), "PptyFloat", true},
+        {PptyFloat(), "Wind", false},    {Storm(), "PptyInt", false},    {Storm(), "NoSuchClass", false},
+    };
+    for (auto const& c : cases) {
+        EXPECT_EQ(c.object.hasAncestor(c.name), c.answer) << c.object.getClassName().c_str() << " " << c.name;
+        QN_MetaClassBase const* const m = QN_MetaClassBase::find(c.name);
+        EXPECT_EQ(c.object.hasAncestor(m == nullptr ? 0ull : m->classId()), c.answer);
+    }
+    EXPECT_TRUE(metaClass_QN_Class.hasAncestor("QN_Class"));
+    EXPECT_FALSE(metaClass_QN_Class.hasAncestor("PptyInt"));
+}
+
+TEST(MetaClass, AddsUpTheSchemasOfItsTree) {
+    unsigned int const root = metaClass_QN_Class.classSchema();
+    EXPECT_EQ(metaClass_PptyInt.getGenealogyTreeSchema(), root + 1);
+    EXPECT_EQ(metaClass_Storm.getGenealogyTreeSchema(), root + 1 + 7 + 9);
+}
+
+TEST(MetaClass, AsksForAncestorsWithoutAllocating) {
+    PptyInt const p("p");
+    QN_String const name("PptyFloat");
+    AllocationCounter count;
+    EXPECT_FALSE(p.hasAncestor(name));
+    EXPECT_EQ(count.made(), 0);
+}
+
+TEST(MetaClass, PrintsItsDescription) {
+    testing::internal::CaptureStdout();
+    Wind().printfMeta();
+    std::string const line = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(line.rfind("Wind (id ", 0), 0u) << line;
+    EXPECT_NE(line.find("schema 7)\n"), std::string::npos) << line;
+}
+
+TEST(Slots, OfMetaClasses) {
+    using Base = QN_MetaClassBase;
+    EXPECT_EQ(slotOf<bool (Base::*)(unsigned long long const&) const>(&Base::hasAncestor), 2u);
+    EXPECT_EQ(slotOf<bool (Base::*)(QN_String const&) const>(&Base::hasAncestor), 3u);
+    EXPECT_EQ(slotOf(&Base::getGenealogyTreeSchema), 4u);
+    EXPECT_EQ(slotOf(&Base::getClassSizeOf), 5u);
+    EXPECT_EQ(slotOf(&Base::metaNew), 6u);
+    EXPECT_EQ(slotOf(&Base::metaDelete), 7u);
+    EXPECT_EQ(slotOf(&Base::runTimeType), 8u);
+    using SizeOf = unsigned long (*)(Base const*);
+    EXPECT_EQ(entry<SizeOf>(metaClass_PptyDouble, 5)(&metaClass_PptyDouble), sizeof(PptyDouble));
+}
