@@ -28,9 +28,18 @@
 #include <MRCommon/properties/ItemVariant.h>
 #include <MRCommon/properties/MetaClasses.h>
 #include <MRCommon/properties/Ppty.h>
+#include <MRCommon/properties/PptyArrayString.h>
+#include <MRCommon/properties/PptyEnum.h>
 #include <MRCommon/properties/PptyText.h>
 #include <MRCommon/properties/QN_Class.h>
+#include <MRCommon/properties/QN_Enum.h>
 #include <MRCommon/properties/QN_MetaClass.h>
+#include <MRCommon/properties/QN_System_Enum.h>
+#include <MRCommon/properties/RangePpty.h>
+#include <MRCommon/properties/RangeVectPpty.h>
+#include <MRCommon/properties/RgdBasicPpty.h>
+#include <MRCommon/text/ConfigurationHost.h>
+#include <MRCommon/text/ConfigurationMngr.h>
 #include <qn_basic/QN_MetaClassBase.h>
 #include <qn_fileio/qn_fileio.h>
 

@@ -44,8 +44,10 @@ TEST(Registry, HoldsTheLibraryClassesInOrderAndFindsThem) {
         EXPECT_EQ(QN_MetaClassBase::find(m->className()), m);
         EXPECT_EQ(QN_MetaClassBase::find(m->classId()), m);
     }
-    EXPECT_EQ(names, "QN_Class PptyInt PptyInt64 PptyDouble PptyFloat PptyBool PptyString PptyVector3F "
-                     "PptyVector3D PptyColor4F PptyColor4D PptyFile PptyDirectory Wind Storm ");
+    EXPECT_EQ(names,
+              "QN_Class PptyInt PptyInt64 PptyDouble PptyFloat PptyBool PptyString PptyVector3F "
+              "PptyVector3D PptyColor4F PptyColor4D PptyArrayString PptyFile PptyDirectory RIntPpty "
+              "RInt64Ppty RDoublePpty RFloatPpty RangeVect3FPpty RangeVect3DPpty PptyEnum Wind Storm ");
     EXPECT_EQ(ids.size(), QN_MetaClassBase::registered().size());
     EXPECT_EQ(QN_MetaClassBase::find("NoSuchClass"), nullptr);
     EXPECT_EQ(QN_MetaClassBase::find(0ull), nullptr);

@@ -48,6 +48,10 @@ private:
 
     friend bool operator==(QN_String const& a, QN_String const& b) { return a.view() == b.view(); }
     friend bool operator!=(QN_String const& a, QN_String const& b) { return a.view() != b.view(); }
+    friend bool operator==(QN_String const& a, char const* b) {
+        return a.view() == b;
+    } // no string is made of b
+    friend bool operator!=(QN_String const& a, char const* b) { return a.view() != b; }
     friend bool operator<(QN_String const& a, QN_String const& b) { return a.view() < b.view(); }
 };
 

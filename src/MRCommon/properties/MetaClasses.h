@@ -6,7 +6,11 @@
 #define MRCOMMON_PROPERTIES_METACLASSES_H
 
 #include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/properties/PptyArrayString.h>
+#include <MRCommon/properties/PptyEnum.h>
 #include <MRCommon/properties/QN_MetaClass.h>
+#include <MRCommon/properties/RangeVectPpty.h>
+#include <MRCommon/properties/RgdBasicPpty.h>
 
 namespace quarn {
 
@@ -24,8 +28,16 @@ QN_DECLARE_METACLASS(PptyVector3F);
 QN_DECLARE_METACLASS(PptyVector3D);
 QN_DECLARE_METACLASS(PptyColor4F);
 QN_DECLARE_METACLASS(PptyColor4D);
+QN_DECLARE_METACLASS(PptyArrayString);
 QN_DECLARE_METACLASS(PptyFile);
 QN_DECLARE_METACLASS(PptyDirectory);
+QN_DECLARE_METACLASS(RIntPpty);
+QN_DECLARE_METACLASS(RInt64Ppty);
+QN_DECLARE_METACLASS(RDoublePpty);
+QN_DECLARE_METACLASS(RFloatPpty);
+QN_DECLARE_METACLASS(RangeVect3FPpty);
+QN_DECLARE_METACLASS(RangeVect3DPpty);
+QN_DECLARE_METACLASS(PptyEnum);
 
 #undef QN_DECLARE_METACLASS
 

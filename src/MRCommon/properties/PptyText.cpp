@@ -1,7 +1,31 @@
 #include <MRCommon/properties/PptyText.h>
 
+#include <MRCommon/properties/PptyEnum.h>
+
+#include <string>
+
 namespace quarn::qn_basicppty {
 
+namespace {
+
+std::string visible(QN_String const& text) { return {text.data(), text.length()}; }
+
+} // namespace
+
 void QN_set(QN_String& out, bool const& value) { out = value ? "True" : "False"; }
+
+void QN_set(QN_String& out, Array<QN_String> const& list) {
+    std::string text;
+    for (QN_String const& element : list) text += (text.empty() ? "[ " : ", ") + visible(element);
+    if (!text.empty()) text += " ]";
+    out = text.c_str();
+}
+
+void QN_set(QN_String& out, PptyEnum const& property) {
+    auto const& [label, index] = *property.getVariantValue().as<Tuple2<QN_String, int>>();
+    std::string const text = " PptyEnum : " + visible(property.getName()) + "( " + visible(label) + ", " +
+                             std::to_string(index) + " )\n";
+    out = text.c_str();
+}
 
 } // namespace quarn::qn_basicppty

@@ -1,0 +1,16 @@
+// QN_Enum: the definition of an enumeration, opaque here: the host derives from it, the registry deletes it.
+#ifndef MRCOMMON_PROPERTIES_QN_ENUM_H
+#define MRCOMMON_PROPERTIES_QN_ENUM_H
+
+#include <MRCommon/Export.h>
+
+namespace quarn {
+
+class MRCOMMON_API QN_Enum {
+public:
+    virtual ~QN_Enum(); // slots 0 and 1
+};
+
+} // namespace quarn
+
+#endif

@@ -1,0 +1,73 @@
+// RangeVectPpty: a vector with inclusive bounds for each component; the typed setter takes all of it or
+// nothing.
+//     RangeVect3FPpty p("box", {0, 0, 0}, {0, 0, 0}, {1, 1, 1});   // name, value, minimum, maximum
+//     p.setValue({0.5f, 2, 0.5f})                                  // false, the value stays whole
+// Fresh bounds are the widest finite ones; a fresh value is unwritten.
+#ifndef MRCOMMON_PROPERTIES_RANGEVECTPPTY_H
+#define MRCOMMON_PROPERTIES_RANGEVECTPPTY_H
+
+#include <MRCommon/properties/RangePpty.h>
+
+namespace quarn {
+
+/// `T` is Vector3<float> or Vector3<double>.
+template <class T, unsigned int TypeCode> class MRCOMMON_API RangeVectPpty : public RangePpty<T, TypeCode> {
+public:
+    /// False, the value unchanged, where a component lies outside its bounds or is NaN.
+    using RangePpty<T, TypeCode>::setValue;
+    bool setValue(T const& value) override;
+
+protected:
+    explicit RangeVectPpty(QN_String const& name);
+    RangeVectPpty(QN_String const& name, T const& value);
+    RangeVectPpty(QN_String const& name, T const& value, T const& minimum, T const& maximum);
+    RangeVectPpty(RangeVectPpty const& other);
+    ~RangeVectPpty() override;
+};
+
+extern template class BasePpty<Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F>;
+extern template class RangePpty<Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F>;
+extern template class RangeVectPpty<Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F>;
+extern template class BasePpty<Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D>;
+extern template class RangePpty<Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D>;
+extern template class RangeVectPpty<Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D>;
+
+/// A ranged vector in single precision.
+class MRCOMMON_API RangeVect3FPpty : public RangeVectPpty<Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F> {
+public:
+    QN_CLASS_IDENTITY
+
+    RangeVect3FPpty(); ///< without a name, unwritten, with the widest bounds
+    explicit RangeVect3FPpty(QN_String const& name);
+    explicit RangeVect3FPpty(QN_String const& name,
+                             Vector3<float> const& value); ///< stored untested, as below
+    explicit RangeVect3FPpty(QN_String const& name, Vector3<float> const& value,
+                             Vector3<float> const& minimum, Vector3<float> const& maximum);
+    RangeVect3FPpty(RangeVect3FPpty const& other);
+    ~RangeVect3FPpty() override;
+
+    Ppty* clone() const override;
+    Ppty* cloneWithNewName(QN_String const& name) const override;
+};
+
+/// A ranged vector in double precision.
+class MRCOMMON_API RangeVect3DPpty : public RangeVectPpty<Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D> {
+public:
+    QN_CLASS_IDENTITY
+
+    RangeVect3DPpty(); ///< without a name, unwritten, with the widest bounds
+    explicit RangeVect3DPpty(QN_String const& name);
+    explicit RangeVect3DPpty(QN_String const& name,
+                             Vector3<double> const& value); ///< stored untested, as below
+    explicit RangeVect3DPpty(QN_String const& name, Vector3<double> const& value,
+                             Vector3<double> const& minimum, Vector3<double> const& maximum);
+    RangeVect3DPpty(RangeVect3DPpty const& other);
+    ~RangeVect3DPpty() override;
+
+    Ppty* clone() const override;
+    Ppty* cloneWithNewName(QN_String const& name) const override;
+};
+
+} // namespace quarn
+
+#endif

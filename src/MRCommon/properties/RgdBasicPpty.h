@@ -1,0 +1,57 @@
+// RgdBasicPpty: a number with inclusive bounds; its typed setter refuses what lies outside them.
+//     RFloatPpty p("opacity", 0.5f, 0.0f, 1.0f);        // name, value, minimum, maximum
+//     p.setValue(1.5f)                                  // false, the value stays 0.5
+//     p.setValue(1.0f)                                  // true
+//
+//   kind           value       fresh bounds
+//   RIntPpty       int         -2147483647 .. 2147483647: symmetric as meant, the smallest int lies outside
+//   RInt64Ppty     long long   -9223372036854775807 .. 9223372036854775807
+//   RFloatPpty     float       minus the largest finite float .. the largest
+//   RDoublePpty    double      minus the largest finite double .. the largest
+#ifndef MRCOMMON_PROPERTIES_RGDBASICPPTY_H
+#define MRCOMMON_PROPERTIES_RGDBASICPPTY_H
+
+#include <MRCommon/properties/RangePpty.h>
+
+namespace quarn {
+
+template <class T, unsigned int TypeCode> class MRCOMMON_API RgdBasicPpty : public RangePpty<T, TypeCode> {
+public:
+    QN_CLASS_IDENTITY
+
+    RgdBasicPpty(); ///< without a name, 0, with the bounds of the table
+    explicit RgdBasicPpty(QN_String const& name);
+    explicit RgdBasicPpty(QN_String const& name, T const& value); ///< stored untested, as below
+    explicit RgdBasicPpty(QN_String const& name, T const& value, T const& minimum, T const& maximum);
+    RgdBasicPpty(RgdBasicPpty const& other);
+    ~RgdBasicPpty() override;
+
+    Ppty* clone() const override;
+    Ppty* cloneWithNewName(QN_String const& name) const override;
+
+    /// False, the value unchanged, where it lies outside the bounds or is NaN.
+    using RangePpty<T, TypeCode>::setValue;
+    bool setValue(T const& value) override;
+};
+
+using RIntPpty = RgdBasicPpty<int, Ppty::TYPE_RANGE_INT>;
+using RInt64Ppty = RgdBasicPpty<long long, Ppty::TYPE_RANGE_INT64>;
+using RFloatPpty = RgdBasicPpty<float, Ppty::TYPE_RANGE_FLOAT>;
+using RDoublePpty = RgdBasicPpty<double, Ppty::TYPE_RANGE_DOUBLE>;
+
+#define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
+    template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \
+    extern template class BasePpty<T, CODE>;                                                                 \
+    extern template class RangePpty<T, CODE>;                                                                \
+    extern template class RgdBasicPpty<T, CODE>
+
+QN_MADE_IN_LIBRARY(RIntPpty, int, Ppty::TYPE_RANGE_INT);
+QN_MADE_IN_LIBRARY(RInt64Ppty, long long, Ppty::TYPE_RANGE_INT64);
+QN_MADE_IN_LIBRARY(RFloatPpty, float, Ppty::TYPE_RANGE_FLOAT);
+QN_MADE_IN_LIBRARY(RDoublePpty, double, Ppty::TYPE_RANGE_DOUBLE);
+
+#undef QN_MADE_IN_LIBRARY
+
+} // namespace quarn
+
+#endif

@@ -1,0 +1,156 @@
+// Every kind and layout against files kept in tests/properties/golden, made without the library.
+//     <Class>[-<what>].<raw|endian>     a record; "5087" in the name: read under that workspace version
+//     ItemVariant-<tag>.raw             a variant's record
+#include <MRCommon/properties/MetaClasses.h>
+
+#include "support/Allocations.h"
+#include "support/TestFile.h"
+#include "support/WorkSpaceVersion.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+using namespace quarn;
+
+namespace {
+
+struct Golden {
+    std::string fileName;
+    Bytes record;
+
+    std::string className() const { return fileName.substr(0, fileName.find_first_of("-.")); }
+    bool has(char const* part) const { return fileName.find(part) != std::string::npos; }
+    bool isRaw() const { return has(".raw"); }
+    unsigned int workSpaceVersion() const { return has("5087") ? 5087 : 5088; }
+    bool isOldLayout() const { return has("5087") || has("layout1"); }
+};
+
+std::vector<Golden> goldenRecords(bool variants) {
+    std::vector<Golden> records;
+    for (auto const& entry : std::filesystem::directory_iterator(MRCOMMON_GOLDEN_FOLDER)) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        Bytes const bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        Golden golden{entry.path().filename().string(), bytes};
+        if ((golden.className() == "ItemVariant") == variants) records.push_back(std::move(golden));
+    }
+    EXPECT_GE(records.size(), variants ? 14u : 50u);
+    return records;
+}
+
+/// A property of the class that the file's name tells, made through the registry.
+class Made {
+public:
+    explicit Made(Golden const& golden)
+        : metaClass_(QN_MetaClassBase::find(golden.className().c_str())), object_(metaClass_->metaNew()) {}
+    ~Made() { metaClass_->metaDelete(object_); }
+    Made(Made const&) = delete;
+    Made& operator=(Made const&) = delete;
+    Ppty* operator->() const { return static_cast<Ppty*>(object_); }
+    Ppty& operator*() const { return *static_cast<Ppty*>(object_); }
+
+private:
+    QN_MetaClassBase const* metaClass_;
+    void* object_;
+};
+
+/// False when the stream says that the record was not whole.
+bool read(Ppty& ppty, std::FILE* file, bool raw) {
+    if (raw) {
+        FileStreamRaw stream(file);
+        ppty.readFrom(stream);
+        return !stream.failed();
+    }
+    FileStreamEndian stream(file);
+    ppty.readFrom(stream);
+    return !stream.failed();
+}
+
+Bytes written(Ppty const& ppty, bool raw) {
+    TestFile file;
+    if (raw) {
+        FileStreamRaw stream(file);
+        ppty.writeTo(stream);
+    } else {
+        FileStreamEndian stream(file);
+        ppty.writeTo(stream);
+    }
+    return file.bytes();
+}
+
+} // namespace
+
+TEST(Golden, RecordsAreReadAndRewrittenToTheSameBytes) {
+    for (Golden const& golden : goldenRecords(false)) {
+        WorkSpaceVersion const version(golden.workSpaceVersion());
+        Made ppty(golden);
+        TestFile file(golden.record);
+        EXPECT_TRUE(read(*ppty, file, golden.isRaw())) << golden.fileName;
+        EXPECT_EQ(std::ftell(file), static_cast<long>(golden.record.size())) << golden.fileName;
+        if (golden.isOldLayout()) continue; // never written any more
+        EXPECT_EQ(written(*ppty, golden.isRaw()), golden.record) << golden.fileName;
+    }
+}
+
+TEST(Golden, VariantsAreReadAndRewrittenToTheSameBytes) {
+    for (Golden const& golden : goldenRecords(true)) {
+        TestFile in(golden.record), out;
+        FileStreamRaw from(in), to(out);
+        ItemVariant variant;
+        variant.readFrom(from);
+        variant.writeTo(to);
+        EXPECT_EQ(out.bytes(), golden.record) << golden.fileName;
+    }
+}
+
+TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
+    for (Golden const& golden : goldenRecords(false)) {
+        if (golden.has("missing")) continue; // its label becomes a fresh empty text
+        WorkSpaceVersion const version(golden.workSpaceVersion());
+        Made ppty(golden);
+        TestFile file(golden.record);
+        read(*ppty, file, golden.isRaw());
+        file.rewind();
+        AllocationCounter count;
+        read(*ppty, file, golden.isRaw());
+        EXPECT_EQ(count.made(), 0) << golden.fileName;
+    }
+}
+
+TEST(Golden, RecordsThatEndAnywhereAreHarmlessAndNoticed) {
+    for (Golden const& golden : goldenRecords(false)) {
+        WorkSpaceVersion const version(golden.workSpaceVersion());
+        for (std::size_t length = 0; length < golden.record.size(); ++length) {
+            Made ppty(golden);
+            TestFile file(Bytes(golden.record.begin(), golden.record.begin() + static_cast<long>(length)));
+            EXPECT_FALSE(read(*ppty, file, golden.isRaw())) << golden.fileName << " cut to " << length;
+            ppty->toStr();
+        }
+    }
+}
+
+TEST(Golden, EveryFailingAllocationPassesOnAndLeaksNothing) {
+    AllocationCounter count;
+    for (Golden const& golden : goldenRecords(false)) {
+        WorkSpaceVersion const version(golden.workSpaceVersion());
+        TestFile file(golden.record);
+        Made source(golden);
+        read(*source, file, golden.isRaw());
+        QN_String const name("another name");
+        long const failures = failEveryAllocation([&] {
+            Made ppty(golden);
+            std::unique_ptr<Ppty> const copy(source->clone()), renamed(source->cloneWithNewName(name));
+            ppty->setValue(source->getVariantValue());
+            file.rewind();
+            read(*ppty, file, golden.isRaw());
+            ppty->toStr();
+        });
+        EXPECT_GT(failures, 5) << golden.fileName;
+    }
+    EXPECT_EQ(count.alive(), 0);
+}
