@@ -60,7 +60,7 @@ static_assert(sizeof(QN_String) == 16, "a buffer pointer and two 32-bit counts, 
 // ---------------------------------------------------------------------------
 
 inline unsigned int QN_String::length() const {
-    if (size() == 0) return 0;
+    if (empty()) return 0;
     void const* const end = std::memchr(data(), '\0', size());
     return end == nullptr ? size() : static_cast<unsigned int>(static_cast<char const*>(end) - data());
 }

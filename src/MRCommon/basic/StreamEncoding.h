@@ -17,6 +17,7 @@
 #include <MRCommon/basic/QN_String.h>
 #include <qn_fileio/qn_fileio.h>
 
+#include <cstring>
 #include <type_traits>
 
 namespace quarn {
@@ -58,14 +59,17 @@ template <class Stream, class List> void writeBlock(Stream& stream, List const& 
 }
 
 /// Brings a container to `count` elements for reading: a buffer with room is kept, a smaller one replaced.
-template <class List> void makeRoom(List& list, unsigned int count) {
-    if (count > list.capacity()) list.reserve(count, false);
+template <class List> bool makeRoom(List& list, unsigned int count) {
+    bool const replaced = count > list.capacity();
+    if (replaced) list.reserve(count, false);
     list.setSize(count);
+    return replaced;
 }
 
-/// Reads `count` elements of a string or of a list of plain values as one block.
+/// Reads `count` elements of a string or of a list of plain values as one block. A new buffer starts as
+/// zeros, so that a file that ends early cannot bring stray memory into a text.
 template <class Stream, class List> void readBlock(Stream& stream, List& list, unsigned int count) {
-    makeRoom(list, count);
+    if (makeRoom(list, count)) std::memset(list.data(), 0, count * sizeof(*list.data()));
     if (count != 0) stream.read(list.data(), count * sizeof(*list.data()));
 }
 
