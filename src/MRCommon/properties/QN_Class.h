@@ -22,11 +22,6 @@ public:
     virtual ~QN_Class();                                          // slots 6 and 7
 
     static QN_MetaClassBase const& metaClass(); ///< metaClass_QN_Class
-
-protected:
-    QN_Class() = default;
-    QN_Class(QN_Class const&) = default;
-    QN_Class& operator=(QN_Class const&) = default;
 };
 
 } // namespace quarn
