@@ -6,9 +6,9 @@
 //   STR      U32 size, the NUL counted, then that many bytes: "ab" is 03 00 00 00  61 62 00 on a raw stream
 //   STRARRAY U32 count, then each STR
 //
-// A length, a count and a value are one call each. Reading fills existing objects, whose buffers only ever
-// grow. Lengths are trusted; nothing is checked on the way: ask the stream's failed() at the end. What a file
-// that ends early does not deliver is 0 for integers and left as it was for bytes.
+// A length, a count and a value are one call each. Reading fills existing objects, whose buffers only ever grow.
+// Lengths are trusted; nothing is checked on the way: ask the stream's failed() at the end. Integers that a file no
+// longer delivers are 0, bytes keep what the buffer held, zeros where it is new.
 #ifndef MRCOMMON_BASIC_STREAMENCODING_H
 #define MRCOMMON_BASIC_STREAMENCODING_H
 

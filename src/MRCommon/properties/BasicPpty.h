@@ -10,13 +10,14 @@
 //   PptyDouble      double            0               8 bytes                        " %f "
 //   PptyBool        bool              false           1 byte, 0 or 1                 "True", "False"
 //   PptyString      QN_String         empty           U32 size, bytes                the value
-//   PptyVector3F    Vector3<float>    unwritten       12 bytes                       "x: %f \n, y: %f \n, z:
-//   %f \n" PptyVector3D    Vector3<double>   unwritten       24 bytes                       the same
-//   PptyColor4F     Color4<float>     (0, 0, 0, 1)    16 bytes                       "r: %f \n, g: %f \n, b:
-//   ..." PptyColor4D     Color4<double>    (0, 0, 0, 1)    32 bytes                       the same PptyFile
-//   QN_String         empty           as PptyString                  the value PptyDirectory   QN_String
-//   empty           as PptyString                  the value
+//   PptyVector3F    Vector3<float>    unwritten       12 bytes                       x, y, z, see below
+//   PptyVector3D    Vector3<double>   unwritten       24 bytes                       the same
+//   PptyColor4F     Color4<float>     (0, 0, 0, 1)    16 bytes                       r, g, b, a, see below
+//   PptyColor4D     Color4<double>    (0, 0, 0, 1)    32 bytes                       the same
+//   PptyFile        QN_String         empty           as PptyString                  the value
+//   PptyDirectory   QN_String         empty           as PptyString                  the value
 //
+// The text of a vector is "x: %f \n, y: %f \n, z: %f \n", that of a colour the same with r, g, b and a.
 // The text of a PptyInt64 is the low 32 bits in decimal followed by the characters 64: 5 gives " 564 ".
 // Meant: stored texts and user interfaces expect it. Held by BasicPpty.TextOfInt64KeepsItsLowBitsAnd64.
 #ifndef MRCOMMON_PROPERTIES_BASICPPTY_H

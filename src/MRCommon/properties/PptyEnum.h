@@ -10,9 +10,8 @@
 //     U32        layout number: the schema of the class, 2
 //     STR, I32   label, index
 //     STRARRAY   the labels of the table
-//     U32        number of values, then all values as one block of 4 bytes each, in the order of the machine:
-//     on
-//                both stream kinds, as meant; existing files are laid out so
+//     U32        number of values, then all of them as one block of 4 bytes each, in the order of the machine
+//                on both stream kinds: meant, existing files are laid out so
 //   the old layout lacks layout number and label. Which of the two a record has is decided by the version of
 //   the host's "WorkSpace": see readFrom.
 #ifndef MRCOMMON_PROPERTIES_PPTYENUM_H

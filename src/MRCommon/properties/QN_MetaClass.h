@@ -1,6 +1,6 @@
 // QN_MetaClass: the object that stands for class T: registers it, makes and deletes its objects.
-//     QN_MetaClass<Wind> const metaClass_Wind("Wind", 1);     // at namespace scope: registered while it
-//     lives void* object = metaClass_Wind.metaNew();
+//     QN_MetaClass<Wind> const metaClass_Wind("Wind", 1);     // registered while it lives
+//     void* object = metaClass_Wind.metaNew();
 // T derives from QN_Class and has a default constructor.
 #ifndef MRCOMMON_PROPERTIES_QN_METACLASS_H
 #define MRCOMMON_PROPERTIES_QN_METACLASS_H
