@@ -11,7 +11,18 @@ using quarn::detail::leadingInteger;
 
 namespace {
 
+/// Whether two delimiters may stand in a row: their first characters then stand a delimiter's length apart.
+/// Looks at every pair of such characters without a branch, many at a time.
+bool mayHoldRuns(std::string const& text, std::string const& delimiter) {
+    unsigned char found = 0;
+    char const first = delimiter[0];
+    for (std::size_t i = 0, j = delimiter.size(); j < text.size(); ++i, ++j)
+        found |= static_cast<unsigned char>((text[i] == first) & (text[j] == first));
+    return found != 0;
+}
+
 std::string withSingleDelimiters(std::string const& text, std::string const& delimiter) {
+    if (!mayHoldRuns(text, delimiter)) return text;
     std::string result;
     result.reserve(text.size());
     std::size_t done = 0;
