@@ -37,9 +37,12 @@ constexpr std::array<unsigned char, 256> values = makeValues();
 
 unsigned char valueOf(char digit) { return values[static_cast<unsigned char>(digit)]; }
 
-char* putPairs(char* out, unsigned char const* bytes, unsigned int count) {
-    for (unsigned int i = 0; i < count; ++i, out += 2) std::memcpy(out, pairs[bytes[i]].data(), 2);
-    return out;
+void putPair(char* out, unsigned char byte) { std::memcpy(out, pairs[byte].data(), 2); }
+
+/// All digits and the terminator.
+void putDigits(char* out, ByteId::Bytes const& bytes) {
+    for (unsigned int i = 0; i < bytes.size(); ++i) putPair(out + 2 * i, bytes[i]);
+    out[2 * bytes.size()] = '\0';
 }
 
 template <class Integer> Integer fromBigEndian(unsigned char const* bytes) {
@@ -79,27 +82,22 @@ ByteId::ByteId(QN_String const& text) {
 
 QN_String ByteId::toString() const {
     std::array<char, 2 * BYTE_LENGTH + 1> text;
-    *putPairs(text.data(), bytes_.data(), BYTE_LENGTH) = '\0';
+    putDigits(text.data(), bytes_);
     return {text.data()};
 }
 
 QN_String ByteId::toUuidString() const {
-    std::array<char, 2 * BYTE_LENGTH + 4 + 1> text;
-    char* out = text.data();
-    unsigned char const* bytes = bytes_.data();
-    for (unsigned int const count : {4u, 2u, 2u, 2u, 6u}) {
-        out = putPairs(out, bytes, count);
-        *out++ = '-';
-        bytes += count;
-    }
-    out[-1] = '\0';
+    constexpr std::array<unsigned char, BYTE_LENGTH> places = {0,  2,  4,  6,  9,  11, 14, 16,
+                                                               19, 21, 24, 26, 28, 30, 32, 34};
+    std::array<char, 37> text = {"........-....-....-....-............"};
+    for (unsigned int i = 0; i < BYTE_LENGTH; ++i) putPair(text.data() + places[i], bytes_[i]);
     return {text.data()};
 }
 
 void ByteId::writeHex(QN_String& out, Bytes const& bytes) {
     out.reserve(2 * BYTE_LENGTH + 1, false);
     out.setSize(2 * BYTE_LENGTH + 1);
-    *putPairs(out.data(), bytes.data(), BYTE_LENGTH) = '\0';
+    putDigits(out.data(), bytes);
 }
 
 bool ByteId::byteToChar(char& out, unsigned char const& value) const {

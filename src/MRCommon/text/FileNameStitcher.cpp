@@ -214,12 +214,13 @@ std::string FileNameStitcher::doIt(std::string const& name, int frame, std::stri
     if (layout == nullptr) return {};
     std::string bareExt = ext;
     bareExt.erase(std::remove(bareExt.begin(), bareExt.end(), '.'), bareExt.end());
-    std::string scenePrefix = prefix;
-    std::size_t const place = scenePrefix.find(placeholder);
-    if (place != std::string::npos) scenePrefix.replace(place, placeholder.size(), sceneName);
+    std::string named; // most prefixes are printed as they stand
+    std::size_t const place = prefix.find(placeholder);
+    if (place != std::string::npos) (named = prefix).replace(place, placeholder.size(), sceneName);
 
     PrintedFrame const printed(frame, std::min(padding, widest));
-    NameParts const parts{printedView(scenePrefix), printedView(name), printed.field(), printedView(bareExt)};
+    NameParts const parts{printedView(place == std::string::npos ? prefix : named), printedView(name),
+                          printed.field(), printedView(bareExt)};
     std::string text(parts.sizeIn(*layout), '\0');
     parts.writeTo(text.data(), *layout);
     return text;
