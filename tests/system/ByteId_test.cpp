@@ -40,24 +40,17 @@ TEST(ByteId, ReadsPairsOfDigits) {
     struct Case {
         char const *text, *bytes;
     };
-    for (Case const& c : {Case{"00112233445566778899aabbccddeeff", "00112233445566778899AABBCCDDEEFF"},
-                          {"-0-0-11--22-3344556677889-9AabBCcDdeEfF-", "00112233445566778899AABBCCDDEEFF"},
-                          {"ABC", "AB"},
-                          {"ABg", "AB"},
-                          {"AB-", "AB"},
-                          {"A", ""},
-                          {"", ""},
-                          {"----", ""},
-                          {"0011zz", ""},
-                          {"110g22", ""},
-                          {"11g022", ""},
-                          {"11 22", ""},
-                          {"11\xFF"
-                           "1",
-                           ""},
-                          {"00112233445566778899AABBCCDDEEFF77", "00112233445566778899AABBCCDDEEFF"},
-                          {"00112233445566778899AABBCCDDEEFFzz", "00112233445566778899AABBCCDDEEFF"},
-                          {"00112233445566778899AABBCCDDEEFz", ""}})
+    // clang-format off
+    Case const cases[] = {
+        {"00112233445566778899aabbccddeeff", "00112233445566778899AABBCCDDEEFF"},
+        {"-0-0-11--22-3344556677889-9AabBCcDdeEfF-", "00112233445566778899AABBCCDDEEFF"}, {"ABC", "AB"},
+        {"ABg", "AB"}, {"AB-", "AB"}, {"A", ""}, {"", ""}, {"----", ""}, {"0011zz", ""}, {"110g22", ""},
+        {"11g022", ""}, {"11 22", ""}, {"11\xFF" "1", ""},
+        {"00112233445566778899AABBCCDDEEFF77", "00112233445566778899AABBCCDDEEFF"},
+        {"00112233445566778899AABBCCDDEEFFzz", "00112233445566778899AABBCCDDEEFF"},
+        {"00112233445566778899AABBCCDDEEFz", ""}};
+    // clang-format on
+    for (Case const& c : cases)
         EXPECT_EQ(hexOf(c.text), std::string(c.bytes) + zeros.substr(std::string(c.bytes).size())) << c.text;
     QN_String none;
     none.reserve(0, false);

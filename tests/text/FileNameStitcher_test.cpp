@@ -30,31 +30,17 @@ FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int 
     return s;
 }
 
-struct Parsed {
-    bool found;
-    std::string name, ext;
-    unsigned int first, last, padding;
-    int order;
-
-    friend bool operator==(Parsed const& a, Parsed const& b) { return text(a) == text(b); }
-    friend std::ostream& operator<<(std::ostream& out, Parsed const& p) { return out << text(p); }
-    static std::string text(Parsed const& p) {
-        return std::to_string(p.found) + " " + p.name + " " + p.ext + " " + std::to_string(p.first) + ".." +
-               std::to_string(p.last) + " width " + std::to_string(p.padding) + " order " +
-               std::to_string(p.order);
-    }
-};
-
-Parsed parsed(std::string const& path) {
-    QN_String name("untouched");
-    QN_String ext("untouched");
-    unsigned int first = 7;
-    unsigned int last = 7;
-    unsigned int padding = 7;
+/// What parsing says of a path below `folder`: "name|extension first..last width order", or "no".
+std::string parsed(std::string const& folder, std::string const& path) {
+    QN_String name("untouched"), ext("untouched");
+    unsigned int first = 7, last = 7, padding = 7;
     FrameExtensionOrder order = orderOf(0);
-    bool const found =
-        FileNameStitcher::frameExtensionFromPath(path.c_str(), name, ext, first, last, padding, order);
-    return {found, name.c_str(), ext.c_str(), first, last, padding, order};
+    bool const found = FileNameStitcher::frameExtensionFromPath((folder + path).c_str(), name, ext, first,
+                                                                last, padding, order);
+    std::string shortName = name.c_str();
+    if (shortName.compare(0, folder.size(), folder) == 0) shortName.erase(0, folder.size());
+    return (found ? "" : "no ") + shortName + "|" + ext.c_str() + " " + std::to_string(first) + ".." +
+           std::to_string(last) + " " + std::to_string(padding) + " " + std::to_string(order);
 }
 
 } // namespace
@@ -75,19 +61,19 @@ TEST(FileNameStitcher, BuildsNames) {
         int order, frame;
         char const *ext, *result;
     };
-    for (Case const& c : {Case{"/cache/$(SCENENAME)/", 5, 2, 12, ".bin", "/cache/shot/fluid00012.bin"},
-                          {"/cache/$(SCENENAME)/", 5, 0, 12, ".bin", "/cache/shot/fluid.00012.bin"},
-                          {"/cache/$(SCENENAME)/", 5, 1, 12, ".bin", "/cache/shot/fluid.bin.00012"},
-                          {"/cache/$(SCENENAME)/", 5, 3, 12, ".bin", "/cache/shot/fluid_00012.bin"},
-                          {"/cache/$(SCENENAME)/", 3, 3, 1234, "bin", "/cache/shot/fluid_1234.bin"},
-                          {"$(SCENENAME)$(SCENENAME)", 1, 2, 0, "x", "shot$(SCENENAME)fluid0.x"},
-                          {"$(SCENENAME", 0, 2, 0, "tar.gz", "$(SCENENAMEfluid0.targz"},
-                          {"", 5, 2, -3, "x", "fluid-0003.x"},
-                          {"", 2, 2, -34, "x", "fluid-34.x"},
-                          {"", 0, 1, INT_MIN, "", "fluid..-2147483648"},
-                          {"", 12, 0, INT_MAX, "..", "fluid.002147483647."},
-                          {"", 5, 4, 1, "x", ""},
-                          {"", 5, -1, 1, "x", ""}})
+    // clang-format off
+    Case const cases[] = {
+        {"/cache/$(SCENENAME)/", 5, 2, 12, ".bin", "/cache/shot/fluid00012.bin"},
+        {"/cache/$(SCENENAME)/", 5, 0, 12, ".bin", "/cache/shot/fluid.00012.bin"},
+        {"/cache/$(SCENENAME)/", 5, 1, 12, ".bin", "/cache/shot/fluid.bin.00012"},
+        {"/cache/$(SCENENAME)/", 5, 3, 12, ".bin", "/cache/shot/fluid_00012.bin"},
+        {"/cache/$(SCENENAME)/", 3, 3, 1234, "bin", "/cache/shot/fluid_1234.bin"},
+        {"$(SCENENAME)$(SCENENAME)", 1, 2, 0, "x", "shot$(SCENENAME)fluid0.x"},
+        {"$(SCENENAME", 0, 2, 0, "tar.gz", "$(SCENENAMEfluid0.targz"}, {"", 5, 2, -3, "x", "fluid-0003.x"},
+        {"", 2, 2, -34, "x", "fluid-34.x"}, {"", 0, 1, INT_MIN, "", "fluid..-2147483648"},
+        {"", 12, 0, INT_MAX, "..", "fluid.002147483647."}, {"", 5, 4, 1, "x", ""}, {"", 5, -1, 1, "x", ""}};
+    // clang-format on
+    for (Case const& c : cases)
         EXPECT_EQ(stitcher(c.prefix, c.padding, c.order).doIt("fluid", c.frame, c.ext), c.result);
 }
 
@@ -115,17 +101,13 @@ TEST(FileNameStitcher, WritesFormats) {
         unsigned int padding;
         char const* format;
     };
-    for (Case const& c : {Case{0, 4, "%s.%04d.%s"},
-                          {1, 4, "%s.%s.%04d"},
-                          {2, 4, "%s%04d.%s"},
-                          {3, 4, "%s_%04d.%s"},
-                          {0, 0, "%s.%s"},
-                          {1, 0, "%s.%s.%00d"},
-                          {2, 0, "%s.%s"},
-                          {3, 0, "%s.%s"},
-                          {3, 0x80000000, "%s_%0-2147483648d.%s"},
-                          {4, 4, "untouched"},
-                          {-1, 4, "untouched"}}) {
+    // clang-format off
+    Case const cases[] = {
+        {0, 4, "%s.%04d.%s"}, {1, 4, "%s.%s.%04d"}, {2, 4, "%s%04d.%s"}, {3, 4, "%s_%04d.%s"},
+        {0, 0, "%s.%s"}, {1, 0, "%s.%s.%00d"}, {2, 0, "%s.%s"}, {3, 0, "%s.%s"},
+        {3, 0x80000000, "%s_%0-2147483648d.%s"}, {4, 4, "untouched"}, {-1, 4, "untouched"}};
+    // clang-format on
+    for (Case const& c : cases) {
         char out[21] = "untouched";
         FileNameStitcher::setFormatStr(out, orderOf(c.order), c.padding);
         EXPECT_STREQ(out, c.format);
@@ -137,15 +119,12 @@ TEST(FrameSearch, FindsTheFirstFrameByBisection) {
         unsigned int first, known, result;
         std::vector<unsigned int> asked;
     };
-    for (Case const& c : {Case{0, 0, 0, {}},
-                          {1, 1, 1, {0}},
-                          {0, 1, 0, {0}},
-                          {10, 12, 10, {6, 9, 10}},
-                          {9, 12, 9, {6, 9, 7, 8}},
-                          {0, 4, 0, {2, 1, 0}},
-                          {1, 4, 1, {2, 1, 0}},
-                          {2, 2, 2, {1}},
-                          {99, 2, 2, {1}}}) {
+    // clang-format off
+    Case const cases[] = {
+        {0, 0, 0, {}}, {1, 1, 1, {0}}, {0, 1, 0, {0}}, {10, 12, 10, {6, 9, 10}}, {9, 12, 9, {6, 9, 7, 8}},
+        {0, 4, 0, {2, 1, 0}}, {1, 4, 1, {2, 1, 0}}, {2, 2, 2, {1}}, {99, 2, 2, {1}}};
+    // clang-format on
+    for (Case const& c : cases) {
         std::vector<unsigned int> asked;
         unsigned int const result = firstFrame(c.known, [&](unsigned int frame) {
             asked.push_back(frame);
@@ -168,22 +147,13 @@ TEST(FrameSearch, FindsTheLastFrameByWalkingUp) {
     struct Case {
         unsigned int known, padding, result;
     };
-    for (Case const& c : {Case{7, 5, 8},
-                          {8, 2, 8},
-                          {10, 5, 10},
-                          {9, 5, 8},
-                          {0, 5, UINT_MAX},
-                          {95, 3, 99},
-                          {95, 2, 95},
-                          {99, 2, 99},
-                          {100, 2, 100},
-                          {7, 0, 7},
-                          {0, 0, UINT_MAX},
-                          {1410065408, 10, 1410065408},
-                          {7, 32, 7},
-                          {7, UINT_MAX, 7},
-                          {UINT_MAX - 1, 40, UINT_MAX - 1},
-                          {UINT_MAX, 3, UINT_MAX}})
+    // clang-format off
+    Case const cases[] = {
+        {7, 5, 8}, {8, 2, 8}, {10, 5, 10}, {9, 5, 8}, {0, 5, UINT_MAX}, {95, 3, 99}, {95, 2, 95},
+        {99, 2, 99}, {100, 2, 100}, {7, 0, 7}, {0, 0, UINT_MAX}, {1410065408, 10, 1410065408}, {7, 32, 7},
+        {7, UINT_MAX, 7}, {UINT_MAX - 1, 40, UINT_MAX - 1}, {UINT_MAX, 3, UINT_MAX}};
+    // clang-format on
+    for (Case const& c : cases)
         EXPECT_EQ(lastFrame(c.known, c.padding, [&](unsigned int f) { return frames.count(f) != 0; }),
                   c.result)
             << c.known << " " << c.padding;
@@ -222,75 +192,64 @@ TEST(FrameSearch, NeverTakesALongPathForAnothersFile) {
     }
 }
 
-TEST(FrameFromPath, WithRealFiles) {
+TEST(FrameFromPath, FindsSequences) {
     TestFolder folder;
-    auto const sequence = [&](std::string const& name, int width, std::string const& tail, int first,
-                              int last) {
-        for (int frame = first; frame <= last; ++frame) {
-            std::string const digits = std::to_string(frame);
-            folder.touch(name + std::string(static_cast<std::size_t>(width) - digits.size(), '0') + digits +
-                         tail);
-        }
+    auto const sequence = [&](std::string const& format, int first, int last) {
+        for (int frame = first; frame <= last; ++frame)
+            folder.touch(QN_String().format(format.c_str(), frame).c_str());
     };
-    sequence("fluid_", 5, ".bin", 10, 20);
-    sequence("fluid.bin.", 4, "", 1, 9);
-    sequence("mesh.", 3, ".obj", 0, 5);
-    sequence("smoke", 2, ".vdb", 8, 9);
-    sequence("long12", 10, ".bin", 1, 2);
-    sequence("v1.2/part_", 3, ".bin", 1, 3);
-    sequence("", 4, ".bin", 5, 6);
-    struct Case {
-        char const *path, *name, *ext;
-        unsigned int first, last, padding;
-        int order;
-    };
-    for (Case const& c : {Case{"fluid_00012.bin", "fluid", "bin", 10, 20, 5, 3},
-                          {"fluid.bin.0007", "fluid", "bin", 1, 9, 4, 1},
-                          {"mesh.003.obj", "mesh", "obj", 0, 5, 3, 0},
-                          {"smoke08.vdb", "smoke", "vdb", 8, 9, 2, 2},
-                          {"long120000000001.bin", "long12", "bin", 1, 2, 10, 2},
-                          {"v1.2/part_002.bin", "v1.2/part", "bin", 1, 3, 3, 3},
-                          {"0005.bin", "", "bin", 5, 6, 4, 2}})
-        EXPECT_EQ(parsed(folder.path(c.path)),
-                  (Parsed{true, folder.path(c.name), c.ext, c.first, c.last, c.padding, c.order}));
+    sequence("fluid_%05d.bin", 10, 20);
+    sequence("fluid.bin.%04d", 1, 9);
+    sequence("mesh.%03d.obj", 0, 5);
+    sequence("smoke%02d.vdb", 8, 9);
+    sequence("long12%010d.bin", 1, 2);
+    sequence("v1.2/part_%03d.bin", 1, 3);
+    sequence("%04d.bin", 5, 6);
+    std::string const root = folder.path("");
+    EXPECT_EQ(parsed(root, "fluid_00012.bin"), "fluid|bin 10..20 5 3");
+    EXPECT_EQ(parsed(root, "fluid.bin.0007"), "fluid|bin 1..9 4 1");
+    EXPECT_EQ(parsed(root, "mesh.003.obj"), "mesh|obj 0..5 3 0");
+    EXPECT_EQ(parsed(root, "smoke08.vdb"), "smoke|vdb 8..9 2 2");
+    EXPECT_EQ(parsed(root, "smoke09.vdb"), "smoke|vdb 8..9 2 2");
+    EXPECT_EQ(parsed(root, "long120000000001.bin"), "long12|bin 1..2 10 2");
+    EXPECT_EQ(parsed(root, "v1.2/part_002.bin"), "v1.2/part|bin 1..3 3 3");
+    EXPECT_EQ(parsed(root, "0005.bin"), "|bin 5..6 4 2");
 }
 
-TEST(FrameFromPath, WithFilesThatStandAlone) {
+TEST(FrameFromPath, KnowsFilesThatStandAlone) {
     TestFolder folder;
     struct Case {
-        char const *path, *name, *ext;
-        unsigned int frame, padding;
-        int order;
+        char const *path, *result;
     };
-    for (Case const& c : {Case{"take2.bin", "take2", "bin", 0, 0, 2},
-                          {"smoke_v2.vdb", "smoke_v2", "vdb", 0, 0, 2},
-                          {"notes.txt", "notes", "txt", 0, 0, 1},
-                          {"notes\xB2.txt", "notes\xB2", "txt", 0, 0, 1},
-                          {"d.x/readme", "d", "x/readme", 0, 0, 1},
-                          {"fluid_7.bin", "fluid", "bin", 7, 1, 3},
-                          {"fluid.7.bin", "fluid", "bin", 7, 1, 0},
-                          {"fluid.bin.0000", "fluid", "bin", 0, 4, 1},
-                          {"fluid.bin.12abc", "fluid", "bin", 12, 5, 1},
-                          {"fluid..bin", "fluid.", "bin", 0, 0, 1},
-                          {"fluid.", "fluid", "", 0, 0, 1},
-                          {"fluid.bin.00x", "fluid.bin", "00x", 0, 0, 1}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"take2.bin", "take2|bin 0..0 0 2"}, {"smoke_v2.vdb", "smoke_v2|vdb 0..0 0 2"},
+        {"notes.txt", "notes|txt 0..0 0 1"}, {"notes\xB2.txt", "notes\xB2|txt 0..0 0 1"},
+        {"d.x/readme", "d|x/readme 0..0 0 1"}, {"fluid_7.bin", "fluid|bin 7..7 1 3"},
+        {"fluid.7.bin", "fluid|bin 7..7 1 0"}, {"fluid.bin.0000", "fluid|bin 0..0 4 1"},
+        {"fluid..bin", "fluid.|bin 0..0 0 1"}, {"fluid.", "fluid| 0..0 0 1"},
+        {"fluid.bin.00x", "fluid.bin|00x 0..0 0 1"},
+        // A frame, although no name is built like that: the search finds no file.
+        {"fluid.bin.12abc", "fluid|bin 12..11 5 1"}};
+    // clang-format on
+    for (Case const& c : cases) {
         folder.touch(c.path);
-        Parsed const result = parsed(folder.path(c.path));
-        // "12abc" counts as a frame although no name is built like that: the search finds no file.
-        unsigned int const last = c.padding == 5 ? c.frame - 1 : c.frame;
-        EXPECT_EQ(result, (Parsed{true, folder.path(c.name), c.ext, c.frame, last, c.padding, c.order}));
+        EXPECT_EQ(parsed(folder.path(""), c.path), c.result);
     }
 }
 
-TEST(FrameFromPath, OfPathsWithoutAFile) {
-    EXPECT_EQ(parsed("no_such_readme"), (Parsed{false, "untouched", "untouched", 7, 7, 7, 1}));
-    EXPECT_EQ(parsed(""), (Parsed{false, "untouched", "untouched", 7, 7, 7, 1}));
-    EXPECT_EQ(parsed("12.0007"), (Parsed{true, "", "12", 7, 6, 4, 1})) << "two pieces: extension and frame";
-    EXPECT_EQ(parsed("."), (Parsed{true, "", "", 0, 0, 0, 1}));
-    EXPECT_EQ(parsed("d.1/readme"), (Parsed{true, "", "d", 1, 0, 8, 1})) << "meant: folders count, too";
-    EXPECT_EQ(parsed(".0"), (Parsed{true, "", "", 0, UINT_MAX, 1, 1}));
-    EXPECT_EQ(parsed("n.-2"), (Parsed{true, "", "n", UINT_MAX - 1, UINT_MAX - 2, 2, 1}));
-    EXPECT_EQ(parsed("no_such_9999999999.x").first, 1410065407u) << "the low 32 bits";
+TEST(FrameFromPath, ReadsPathsWithoutAFile) {
+    struct Case {
+        char const *path, *result;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"no_such_readme", "no untouched|untouched 7..7 7 1"}, {"", "no untouched|untouched 7..7 7 1"},
+        {"12.0007", "|12 7..6 4 1"}, {".", "| 0..0 0 1"}, {".0", "| 0..4294967295 1 1"},
+        {"n.-2", "|n 4294967294..4294967293 2 1"}, {"d.1/readme", "|d 1..0 8 1"},
+        {"no_such_9999999999.x", "no_such|x 1410065407..1410065406 10 3"}};
+    // clang-format on
+    for (Case const& c : cases) EXPECT_EQ(parsed("", c.path), c.result) << c.path;
     QN_String path("no_such_5.x");
     FrameExtensionOrder order = orderOf(0);
     unsigned int number = 0;

@@ -38,16 +38,13 @@ TEST(PathSplitting, NeverLooksAtTheFirstCharacter) {
     struct Case {
         std::string path, dir, file; // an empty folder stands for a path without a separator
     };
-    for (Case const& c : {Case{"dir/file", "dir", "file"},
-                          {"a\\b/c", "a\\b", "c"},
-                          {"a/b\\c", "a/b", "c"},
-                          {"/a/b", "/a", "b"},
-                          {"dir/", "dir", ""},
-                          {"//", "/", ""},
-                          {"/file", "", "/file"},
-                          {"abc", "", "abc"},
-                          {"/", "", "/"},
-                          {"", "", ""}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"dir/file", "dir", "file"}, {"a\\b/c", "a\\b", "c"}, {"a/b\\c", "a/b", "c"}, {"/a/b", "/a", "b"},
+        {"dir/", "dir", ""}, {"//", "/", ""}, {"/file", "", "/file"}, {"abc", "", "abc"}, {"/", "", "/"},
+        {"", "", ""}};
+    // clang-format on
+    for (Case const& c : cases) {
         std::string text = c.path;
         EXPECT_STREQ(PathFindFileName(text.data()), c.file.c_str()) << c.path;
         char dir[16] = "untouched";
@@ -72,12 +69,12 @@ TEST(ReplaceCharacter, CountsWhatItOverwrites) {
         unsigned int count;
         std::string result;
     };
-    for (Case const& c : {Case{"a.b.c", '.', '_', 2, "a_b_c"},
-                          {"abc", '.', '_', 0, "abc"},
-                          {"", 'a', 'b', 0, ""},
-                          {"aa", 'a', 'a', 2, "aa"},
-                          {"a.b.c", '.', '\0', 1, "a"},
-                          {"abc", '\0', 'x', 0, "abc"}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"a.b.c", '.', '_', 2, "a_b_c"}, {"abc", '.', '_', 0, "abc"}, {"", 'a', 'b', 0, ""},
+        {"aa", 'a', 'a', 2, "aa"}, {"a.b.c", '.', '\0', 1, "a"}, {"abc", '\0', 'x', 0, "abc"}};
+    // clang-format on
+    for (Case const& c : cases) {
         std::string text = c.text;
         EXPECT_EQ(replaceCharacter(text.data(), c.from, c.to), c.count) << c.text;
         EXPECT_STREQ(text.c_str(), c.result.c_str());

@@ -16,17 +16,13 @@ TEST(StringTokenizer, StoresItsTextWithoutEmptyTokens) {
         std::string text, delimiter, stored;
         unsigned int tokens;
     };
-    for (Case const& c : {Case{"a,,b,c", ",", "a,b,c", 3},
-                          {",,a,,,b,,", ",", "a,b", 2},
-                          {",", ",", "", 0},
-                          {",,,,", ",", "", 0},
-                          {"a::b::::c", "::", "a::b::c", 3},
-                          {"a:b:::c", "::", "a:b:::c", 2},
-                          {"aaa", "aa", "a", 1},
-                          {"xaaa", "aa", "xa", 1},
-                          {"abc", ",", "abc", 1},
-                          {"", ",", "", 0},
-                          {"a,b", "", "", 0}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"a,,b,c", ",", "a,b,c", 3}, {",,a,,,b,,", ",", "a,b", 2}, {",", ",", "", 0}, {",,,,", ",", "", 0},
+        {"a::b::::c", "::", "a::b::c", 3}, {"a:b:::c", "::", "a:b:::c", 2}, {"aaa", "aa", "a", 1},
+        {"xaaa", "aa", "xa", 1}, {"abc", ",", "abc", 1}, {"", ",", "", 0}, {"a,b", "", "", 0}};
+    // clang-format on
+    for (Case const& c : cases) {
         StringTokenizer t(c.text, c.delimiter);
         EXPECT_EQ(t.remainingString(), c.stored) << c.text;
         EXPECT_EQ(t.countTokens(), c.tokens) << c.text;
@@ -69,12 +65,13 @@ TEST(StringTokenizer, CutsAtALimit) {
     struct Case {
         std::string text, token, rest;
     };
-    for (Case const& c : {Case{"key=value;next", "key", "next"},
-                          {"plain;next", "plain;next", "next"},
-                          {"plain;a=b", "plain;a=b", "a=b"},
-                          {"last", "last", ""},
-                          {"last=1=2", "last", ""},
-                          {"=v;n", "", "n"}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"key=value;next", "key", "next"}, {"plain;next", "plain;next", "next"},
+        {"plain;a=b", "plain;a=b", "a=b"}, {"last", "last", ""}, {"last=1=2", "last", ""},
+        {"=v;n", "", "n"}};
+    // clang-format on
+    for (Case const& c : cases) {
         StringTokenizer t(c.text, ";");
         EXPECT_EQ(t.nextTokenWithLimit("="), c.token) << c.text;
         EXPECT_EQ(t.remainingString(), c.rest) << c.text;

@@ -35,15 +35,13 @@ TEST(ReplaceAll, GoesLeftToRightOnce) {
     struct Case {
         std::string text, from, to, result;
     };
-    for (Case const& c : {Case{"aaa", "aa", "b", "ba"},
-                          {"a-b", "-", "--", "a--b"},
-                          {"-a-", "-", "", "a"},
-                          {"abc", "", "x", "abc"},
-                          {"abc", "abcd", "x", "abc"},
-                          {"", "a", "x", ""},
-                          {"aba", "aba", "aba", "aba"},
-                          {"x\0y\0"s, "\0"s, "0", "x0y0"}})
-        EXPECT_EQ(StringTools::replace_all(c.text, c.from, c.to), c.result) << c.text;
+    // clang-format off
+    Case const cases[] = {
+        {"aaa", "aa", "b", "ba"}, {"a-b", "-", "--", "a--b"}, {"-a-", "-", "", "a"},
+        {"abc", "", "x", "abc"}, {"abc", "abcd", "x", "abc"}, {"", "a", "x", ""},
+        {"aba", "aba", "aba", "aba"}, {"x\0y\0"s, "\0"s, "0", "x0y0"}};
+    // clang-format on
+    for (Case const& c : cases) EXPECT_EQ(StringTools::replace_all(c.text, c.from, c.to), c.result) << c.text;
 }
 
 TEST(Filters, KeepWhatTheyAreNamedFor) {
@@ -60,19 +58,15 @@ TEST(Tokenize, SplitsAtAnyDelimiterUpToTheLimit) {
         int limit;
         Tokens tokens;
     };
-    for (Case const& c : {Case{"a  b c", " ", 0, {"a", "b", "c"}},
-                          {"a  b c", " ", 2, {"a", " b c"}},
-                          {"a  b c", " ", 1, {"a  b c"}},
-                          {"  a b", " ", -7, {"a b"}},
-                          {",a,,b,", ",", 0, {"a", "b"}},
-                          {",a,,b,", ",", 2, {"a", ",b,"}},
-                          {"a,", ",", 2, {"a"}},
-                          {"a,b", ",", 2, {"a", "b"}},
-                          {"a b,c", ", ", 3, {"a", "b", "c"}},
-                          {"a,b", ",", 2147483647, {"a", "b"}},
-                          {"a,b", "", 0, {"a,b"}},
-                          {"a\xFF,b", ",", 0, {"a\xFF", "b"}},
-                          {"a\\\"b c\"", " ", 0, {"a\\\"b", "c\""}}})
+    // clang-format off
+    Case const cases[] = {
+        {"a  b c", " ", 0, {"a", "b", "c"}}, {"a  b c", " ", 2, {"a", " b c"}},
+        {"a  b c", " ", 1, {"a  b c"}}, {"  a b", " ", -7, {"a b"}}, {",a,,b,", ",", 0, {"a", "b"}},
+        {",a,,b,", ",", 2, {"a", ",b,"}}, {"a,", ",", 2, {"a"}}, {"a,b", ",", 2, {"a", "b"}},
+        {"a b,c", ", ", 3, {"a", "b", "c"}}, {"a,b", ",", 2147483647, {"a", "b"}}, {"a,b", "", 0, {"a,b"}},
+        {"a\xFF,b", ",", 0, {"a\xFF", "b"}}, {"a\\\"b c\"", " ", 0, {"a\\\"b", "c\""}}};
+    // clang-format on
+    for (Case const& c : cases)
         EXPECT_EQ(StringTools::tokenize(c.text, c.delimiters, c.limit, false), c.tokens)
             << c.text << " " << c.limit;
     for (int const limit : {-1, 0, 1, 2})
@@ -91,23 +85,16 @@ TEST(Tokenize, KnowsQuotesAndBackslashes) {
         int limit;
         Tokens tokens;
     };
-    for (Case const& c : {Case{"x 'y z' w", 0, {"x", "y z", "w"}},
-                          {"ab'cd ef'", 0, {"ab", "cd ef"}},
-                          {"a/'b", 0, {"a'b"}},
-                          {"a//b", 0, {"a/b"}},
-                          {"a/b", 0, {"a/b"}},
-                          {"a/ b", 0, {"a", "b"}},
-                          {"a/", 0, {"a"}},
-                          {"'a/ b'", 0, {"a/ b"}},
-                          {"'  a '", 0, {"a "}},
-                          {"''", 0, {}},
-                          {"a '' b", 0, {"a", "b"}},
-                          {"'a'  b", 2, {"a", " b"}},
-                          {"'a'b", 0, {"a", "b"}},
-                          {"'a b", 0, {"a b"}},
-                          {"'a' 'b c", 2, {"a", "'b c"}},
-                          {"a 'b c' d", 3, {"a", "b c", "d"}},
-                          {"x'y z' w", 2, {"x", "y z' w"}}}) {
+    // clang-format off
+    Case const cases[] = {
+        {"x 'y z' w", 0, {"x", "y z", "w"}}, {"ab'cd ef'", 0, {"ab", "cd ef"}}, {"a/'b", 0, {"a'b"}},
+        {"a//b", 0, {"a/b"}}, {"a/b", 0, {"a/b"}}, {"a/ b", 0, {"a", "b"}}, {"a/", 0, {"a"}},
+        {"'a/ b'", 0, {"a/ b"}}, {"'  a '", 0, {"a "}}, {"''", 0, {}}, {"a '' b", 0, {"a", "b"}},
+        {"'a'  b", 2, {"a", " b"}}, {"'a'b", 0, {"a", "b"}}, {"'a b", 0, {"a b"}},
+        {"'a' 'b c", 2, {"a", "'b c"}}, {"a 'b c' d", 3, {"a", "b c", "d"}},
+        {"x'y z' w", 2, {"x", "y z' w"}}};
+    // clang-format on
+    for (Case const& c : cases) {
         Tokens expected = c.tokens;
         for (std::string& token : expected) token = readable(token);
         EXPECT_EQ(StringTools::tokenize(readable(c.text), " ", c.limit, true), expected) << c.text;
@@ -121,23 +108,13 @@ TEST(ParseDuration, AddsUnits) {
         char const* text;
         unsigned int minutes;
     };
-    for (Case const& c : {Case{"", 0},
-                          {"abc", 0},
-                          {"5", 5},
-                          {"2h", 120},
-                          {"1d 30", 1470},
-                          {"1w", 10080},
-                          {"1W", 1},
-                          {"90m", 90},
-                          {"1h30m", 90},
-                          {"1w2d3h30", 13170},
-                          {"1D1H", 1500},
-                          {"-1 2", 12},
-                          {"4294967297", 1},
-                          {"\xB2"
-                           "3",
-                           3}})
-        EXPECT_EQ(StringTools::parseDuration(c.text), c.minutes) << c.text;
+    // clang-format off
+    Case const cases[] = {
+        {"", 0}, {"abc", 0}, {"5", 5}, {"2h", 120}, {"1d 30", 1470}, {"1w", 10080}, {"1W", 1}, {"90m", 90},
+        {"1h30m", 90}, {"1w2d3h30", 13170}, {"1D1H", 1500}, {"-1 2", 12}, {"4294967297", 1},
+        {"\xB2" "3", 3}};
+    // clang-format on
+    for (Case const& c : cases) EXPECT_EQ(StringTools::parseDuration(c.text), c.minutes) << c.text;
 }
 
 TEST(Escaping, OfTexts) {

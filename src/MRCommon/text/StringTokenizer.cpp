@@ -14,10 +14,10 @@ namespace {
 /// Whether two delimiters may stand in a row: their first characters then stand a delimiter's length apart.
 /// Looks at every pair of such characters without a branch, many at a time.
 bool mayHoldRuns(std::string const& text, std::string const& delimiter) {
-    unsigned char found = 0;
+    int found = 0;
     char const first = delimiter[0];
     for (std::size_t i = 0, j = delimiter.size(); j < text.size(); ++i, ++j)
-        found |= static_cast<unsigned char>((text[i] == first) & (text[j] == first));
+        found |= static_cast<int>(text[i] == first) & static_cast<int>(text[j] == first);
     return found != 0;
 }
 
