@@ -1,0 +1,5 @@
+#include <MRCommon/text/Environment.h>
+
+#include <cstdlib>
+
+bool isEnvironmentVariableDefined(char const* name) { return std::getenv(name) != nullptr; }

@@ -1,0 +1,128 @@
+// ByteId: text both ways, order, and the two index views.
+#include <MRCommon/system/ByteId.h>
+
+#include "support/Allocations.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace quarn;
+
+namespace {
+
+std::string hexOf(char const* text) { return ByteId(QN_String(text)).toString().c_str(); }
+
+ByteId withByte(unsigned int index, unsigned char value) {
+    ByteId id;
+    id.array()[index] = value;
+    return id;
+}
+
+} // namespace
+
+TEST(ByteId, PrintsBothTextForms) {
+    ByteId const id(QN_String("00112233-4455-6677-8899-AABBCCDDEEFF"));
+    EXPECT_STREQ(id.toString().c_str(), "00112233445566778899AABBCCDDEEFF");
+    EXPECT_STREQ(id.toUuidString().c_str(), "00112233-4455-6677-8899-AABBCCDDEEFF");
+    EXPECT_EQ(id.toString().size(), 33u);
+    EXPECT_EQ(id.toUuidString().size(), 37u);
+    QN_String out("a text with much more room than is needed");
+    EXPECT_TRUE(id.arrToHexStr(out, id.getTuple()));
+    EXPECT_EQ(out.capacity(), 33u);
+    EXPECT_STREQ(out.c_str(), "00112233445566778899AABBCCDDEEFF");
+    EXPECT_EQ(id.size(), 16u);
+    EXPECT_GT(failEveryAllocation([&] { id.toUuidString(); }), 0);
+}
+
+TEST(ByteId, ReadsPairsOfDigits) {
+    std::string const zeros(32, '0');
+    struct Case {
+        char const *text, *bytes;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"00112233445566778899aabbccddeeff", "00112233445566778899AABBCCDDEEFF"},
+        {"-0-0-11--22-3344556677889-9AabBCcDdeEfF-", "00112233445566778899AABBCCDDEEFF"}, {"ABC", "AB"},
+        {"ABg", "AB"}, {"AB-", "AB"}, {"A", ""}, {"", ""}, {"----", ""}, {"0011zz", ""}, {"110g22", ""},
+        {"11g022", ""}, {"11 22", ""}, {"11\xFF" "1", ""},
+        {"00112233445566778899AABBCCDDEEFF77", "00112233445566778899AABBCCDDEEFF"},
+        {"00112233445566778899AABBCCDDEEFFzz", "00112233445566778899AABBCCDDEEFF"},
+        {"00112233445566778899AABBCCDDEEFz", ""}};
+    // clang-format on
+    for (Case const& c : cases)
+        EXPECT_EQ(hexOf(c.text), std::string(c.bytes) + zeros.substr(std::string(c.bytes).size())) << c.text;
+    QN_String none;
+    none.reserve(0, false);
+    EXPECT_TRUE(ByteId(none).isZero());
+}
+
+TEST(ByteId, ReadsAndPrintsEveryByte) {
+    for (unsigned int value = 0; value < 256; ++value) {
+        ByteId const id = withByte(value % 16, static_cast<unsigned char>(value));
+        EXPECT_TRUE(ByteId(id.toString()) == id);
+        EXPECT_TRUE(ByteId(id.toUuidString()) == id);
+        EXPECT_EQ(id.isZero(), value == 0);
+    }
+}
+
+TEST(ByteId, ConvertsSingleDigits) {
+    ByteId const id;
+    for (int c = -128; c < 128; ++c) {
+        unsigned char value = 99;
+        bool const digit = id.charToByte(value, static_cast<char>(c));
+        std::string_view const digits = "0123456789ABCDEFabcdef";
+        std::size_t const place = digits.find(static_cast<char>(c));
+        EXPECT_EQ(digit, place != digits.npos) << c;
+        EXPECT_EQ(value, !digit ? 99u : place < 16 ? place : place - 6) << c;
+    }
+    char out = '?';
+    EXPECT_TRUE(id.byteToChar(out, 15));
+    EXPECT_EQ(out, 'F');
+    EXPECT_FALSE(id.byteToChar(out, 16));
+    EXPECT_EQ(out, 'F');
+}
+
+TEST(ByteId, ComparesUnsignedBytesFromTheFirstOn) {
+    ByteId const rising[] = {ByteId(), withByte(15, 0xFF), withByte(1, 1), withByte(0, 0x7F),
+                             withByte(0, 0x80)};
+    for (ByteId const& a : rising)
+        for (ByteId const& b : rising) {
+            EXPECT_EQ(a == b, &a == &b);
+            EXPECT_EQ(a != b, &a != &b);
+            EXPECT_EQ(a < b, &a < &b);
+            EXPECT_EQ(a <= b, &a <= &b);
+            EXPECT_EQ(a > b, &a > &b);
+            EXPECT_EQ(a >= b, &a >= &b);
+        }
+}
+
+TEST(ByteId, TellsVariantsCoarsely) {
+    int const told[] = {-1, 0, 2, 2, 2, 2, 6, 6, -1}; // 8 has no bit among the low three
+    for (unsigned int made = 0; made < 9; ++made) {
+        ByteId const id(static_cast<ByteId::Variant>(made));
+        EXPECT_EQ(static_cast<int>(id.variant()), told[made]) << made;
+        EXPECT_TRUE(id == withByte(7, static_cast<unsigned char>(made << 5)));
+    }
+    for (auto const& [byte, variant] : {std::pair(0x1F, -1), {0x3F, 0}, {0xBF, 2}, {0xFF, 6}})
+        EXPECT_EQ(static_cast<int>(withByte(7, static_cast<unsigned char>(byte)).variant()), variant) << byte;
+}
+
+TEST(ByteId, CountsInItsLastEightBytes) {
+    ByteId id(QN_String("0102030405060708 FEDCBA9876543210"));
+    EXPECT_TRUE(id.isZero()) << "a blank is no digit";
+    id = ByteId(QN_String("0102030405060708FEDCBA9876543210"));
+    EXPECT_EQ(id.last8BytesToUint64(), 0xFEDCBA9876543210u);
+    EXPECT_EQ(id.toQN_INDEX64(), 0x7EDCBA9876543210u);
+    EXPECT_EQ(id.last8BytesToIdx64(), 0x7EDCBA9876543210u);
+    EXPECT_EQ(id.last4BytesToUint32(), 0x76543210u);
+    EXPECT_EQ(withByte(12, 0xFF).last4BytesToUint32(), 0xFF000000u);
+    EXPECT_EQ(withByte(12, 0xFF).last4BytesToIdx32(), 0x7F000000u);
+    EXPECT_EQ(id.toUINT64(), 0u);
+    EXPECT_EQ(id.incIdFromLast8BytesAsIdx64(), 0x7EDCBA9876543211u);
+    EXPECT_STREQ(id.toString().c_str(), "01020304050607087EDCBA9876543211") << "the top bit is lost";
+    id.setLast8BytesFromIdx64(0xFFFFFFFFFFFFFFFF);
+    EXPECT_EQ(id.toQN_INDEX64(), 0x7FFFFFFFFFFFFFFFu);
+    EXPECT_EQ(id.incIdFromLast8BytesAsIdx64(), 0x8000000000000000u);
+    EXPECT_STREQ(id.toString().c_str(), "01020304050607088000000000000000");
+}

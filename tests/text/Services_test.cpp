@@ -1,0 +1,130 @@
+// Paths, environment, library loading and fixed names.
+#include <MRCommon/text/Environment.h>
+#include <MRCommon/text/LibLoader.h>
+#include <MRCommon/text/MessageNames.h>
+#include <MRCommon/text/Paths.h>
+#include <MRCommon/text/WorkSpace.h>
+
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+
+namespace {
+
+bool isFolder(std::string const& path) { return std::filesystem::is_directory(path); }
+
+} // namespace
+
+TEST(MakeSurePathExists, MakesEveryFolderOnTheWay) {
+    TestFolder folder;
+    EXPECT_TRUE(makeSurePathExists(folder.path("a/b//c").c_str()));
+    EXPECT_TRUE(isFolder(folder.path("a/b/c")));
+    EXPECT_TRUE(makeSurePathExists(folder.path("a/b//c").c_str())) << "it exists already";
+    EXPECT_TRUE(makeSurePathExists(folder.path("d\\e/f/").c_str()));
+    EXPECT_TRUE(isFolder(folder.path("d"))) << "a backslash separates, too";
+    EXPECT_TRUE(isFolder(folder.path("d\\e/f")));
+    folder.touch("file");
+    EXPECT_TRUE(makeSurePathExists(folder.path("file").c_str())) << "whatever it is";
+    EXPECT_FALSE(makeSurePathExists(folder.path("file/x/y").c_str()));
+    EXPECT_FALSE(makeSurePathExists(""));
+    EXPECT_TRUE(makeSurePathExists("/"));
+}
+
+TEST(PathSplitting, NeverLooksAtTheFirstCharacter) {
+    struct Case {
+        std::string path, dir, file; // an empty folder stands for a path without a separator
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"dir/file", "dir", "file"}, {"a\\b/c", "a\\b", "c"}, {"a/b\\c", "a/b", "c"}, {"/a/b", "/a", "b"},
+        {"dir/", "dir", ""}, {"//", "/", ""}, {"/file", "", "/file"}, {"abc", "", "abc"}, {"/", "", "/"},
+        {"", "", ""}};
+    // clang-format on
+    for (Case const& c : cases) {
+        std::string text = c.path;
+        EXPECT_STREQ(PathFindFileName(text.data()), c.file.c_str()) << c.path;
+        char dir[16] = "untouched";
+        char const* file = nullptr;
+        unsigned int const length = GetFullPathName2(c.path.c_str(), 1, dir, &file);
+        if (c.dir.empty()) {
+            EXPECT_EQ(length, 0u) << c.path;
+            EXPECT_STREQ(dir, "untouched");
+            EXPECT_EQ(file, nullptr);
+        } else {
+            EXPECT_EQ(length, c.path.size()) << c.path;
+            EXPECT_STREQ(dir, c.dir.c_str());
+            EXPECT_EQ(file, c.path.c_str() + c.path.size() - c.file.size()) << "into the path, not the copy";
+        }
+    }
+}
+
+TEST(ReplaceCharacter, CountsWhatItOverwrites) {
+    struct Case {
+        std::string text;
+        char from, to;
+        unsigned int count;
+        std::string result;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"a.b.c", '.', '_', 2, "a_b_c"}, {"abc", '.', '_', 0, "abc"}, {"", 'a', 'b', 0, ""},
+        {"aa", 'a', 'a', 2, "aa"}, {"a.b.c", '.', '\0', 1, "a"}, {"abc", '\0', 'x', 0, "abc"}};
+    // clang-format on
+    for (Case const& c : cases) {
+        std::string text = c.text;
+        EXPECT_EQ(replaceCharacter(text.data(), c.from, c.to), c.count) << c.text;
+        EXPECT_STREQ(text.c_str(), c.result.c_str());
+    }
+    std::string text = "a.b.c";
+    replaceCharacter(text.data(), '.', '\0');
+    EXPECT_EQ(text, std::string("a\0b.c", 5)) << "the text ends at the NUL";
+}
+
+TEST(Environment, KnowsVariablesByNameAlone) {
+    setenv("MRCOMMON_TEST_EMPTY", "", 1);
+    EXPECT_TRUE(isEnvironmentVariableDefined("MRCOMMON_TEST_EMPTY"));
+    unsetenv("MRCOMMON_TEST_EMPTY");
+    EXPECT_FALSE(isEnvironmentVariableDefined("MRCOMMON_TEST_EMPTY"));
+}
+
+TEST(LibLoader, LoadsAPlugIn) {
+    using quarn::LibLoader;
+    void* const plugin = LibLoader::load(TEST_PLUGIN);
+    ASSERT_NE(plugin, nullptr);
+    void* const again = loadLibUnix(TEST_PLUGIN);
+    void* const address = LibLoader::getFunctionPtr(plugin, "testPluginAnswer");
+    ASSERT_NE(address, nullptr);
+    EXPECT_EQ(reinterpret_cast<int (*)()>(address)(), 42);
+    EXPECT_EQ(getSymbolAddressUnix(again, "testPluginAnswer"), address);
+    EXPECT_EQ(LibLoader::getFunctionPtr(plugin, "testPluginanswer"), nullptr);
+    EXPECT_EQ(unloadLibUnix(again), 0);
+    EXPECT_EQ(LibLoader::unload(plugin), 0);
+    EXPECT_EQ(dlopen(TEST_PLUGIN, RTLD_NOW | RTLD_NOLOAD), nullptr) << "closed as often as opened";
+}
+
+TEST(LibLoader, MakesSymbolsVisibleToAll) {
+    ASSERT_EQ(dlsym(RTLD_DEFAULT, "testPluginAnswer"), nullptr);
+    void* const plugin = quarn::LibLoader::load(TEST_PLUGIN);
+    EXPECT_NE(dlsym(RTLD_DEFAULT, "testPluginAnswer"), nullptr);
+    EXPECT_EQ(quarn::LibLoader::unload(plugin), 0);
+}
+
+TEST(LibLoader, PassesFailuresThrough) {
+    EXPECT_EQ(quarn::LibLoader::load("/no/such/plugin.so"), nullptr);
+    EXPECT_EQ(loadLibUnix(__FILE__), nullptr) << "no library at all";
+    EXPECT_EQ(quarn::LibLoader::unload(nullptr), -1);
+    EXPECT_EQ(getSymbolAddressUnix(nullptr, "malloc"), nullptr);
+}
+
+TEST(Names, KeepTheirIrregularities) {
+    using namespace quarn::mr_mesgs;
+    EXPECT_STREQ(PARTICLES_TYPE_LWR_NAME, "particles");
+    EXPECT_STREQ(OBJECT_TYPE_LRW_NAME, "object");
+    EXPECT_STREQ(CMD_TYPE_LRW_NAME, "Command");
+    EXPECT_EQ(CMD_TYPE_LRW_NAME, CMD_TYPE_CAP_NAME);
+    static_assert(quarn::marelle::WorkSpace::NUM_USR_TOOLBARS == 0);
+}

@@ -1,0 +1,121 @@
+// StringTokenizer: what is handed out and what remains, step by step.
+#include <MRCommon/text/StringTokenizer.h>
+
+#include "support/Allocations.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+using StringTools::StringTokenizer;
+
+TEST(StringTokenizer, StoresItsTextWithoutEmptyTokens) {
+    struct Case {
+        std::string text, delimiter, stored;
+        unsigned int tokens;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"a,,b,c", ",", "a,b,c", 3}, {",,a,,,b,,", ",", "a,b", 2}, {",", ",", "", 0}, {",,,,", ",", "", 0},
+        {"a::b::::c", "::", "a::b::c", 3}, {"a:b:::c", "::", "a:b:::c", 2}, {"aaa", "aa", "a", 1},
+        {"xaaa", "aa", "xa", 1}, {"abc", ",", "abc", 1}, {"", ",", "", 0}, {"a,b", "", "", 0}};
+    // clang-format on
+    for (Case const& c : cases) {
+        StringTokenizer t(c.text, c.delimiter);
+        EXPECT_EQ(t.remainingString(), c.stored) << c.text;
+        EXPECT_EQ(t.countTokens(), c.tokens) << c.text;
+        EXPECT_EQ(t.hasMoreTokens(), c.tokens > 0) << c.text;
+    }
+}
+
+TEST(StringTokenizer, HandsOutPieceByPiece) {
+    StringTokenizer t("a,b::,c", ",");
+    EXPECT_EQ(t.nextToken(), "a");
+    EXPECT_EQ(t.remainingString(), "b::,c");
+    StringTokenizer other = t;
+    EXPECT_EQ(t.nextToken(), "b::");
+    EXPECT_EQ(t.countTokens(), 1u);
+    EXPECT_EQ(t.nextToken(), "c");
+    EXPECT_FALSE(t.hasMoreTokens());
+    EXPECT_EQ(t.nextToken() + t.nextToken(",") + t.nextTokenWithLimit("") + t.remainingString(), "");
+    EXPECT_EQ(t.countTokens(), 0u);
+    EXPECT_EQ(other.nextToken(":"), "b") << "another delimiter, for one call";
+    EXPECT_EQ(other.nextToken(":"), "") << "its runs count singly";
+    EXPECT_EQ(other.countTokens(), 2u) << "the comma is at the front now";
+    EXPECT_EQ(other.nextToken(), "");
+    EXPECT_EQ(other.nextToken(""), "c");
+}
+
+TEST(StringTokenizer, ReadsNumbers) {
+    StringTokenizer t("12abc; -7;x;99999999999999999999;4294967298;1.5e2z;.25", ";");
+    EXPECT_EQ(t.nextIntToken(), 12);
+    EXPECT_EQ(t.nextIntToken(), -7);
+    EXPECT_EQ(t.nextIntToken(), 0);
+    EXPECT_EQ(t.nextIntToken(), -1) << "the low half of the largest 64-bit number";
+    EXPECT_EQ(t.nextIntToken(), 2);
+    EXPECT_EQ(t.nextFloatToken(), 150.0);
+    EXPECT_EQ(t.nextFloatToken(), 0.25);
+    EXPECT_EQ(t.nextFloatToken(), 0.0);
+    EXPECT_EQ(t.nextIntToken(), 0);
+}
+
+TEST(StringTokenizer, CutsAtALimit) {
+    struct Case {
+        std::string text, token, rest;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {"key=value;next", "key", "next"}, {"plain;next", "plain;next", "next"},
+        {"plain;a=b", "plain;a=b", "a=b"}, {"last", "last", ""}, {"last=1=2", "last", ""},
+        {"=v;n", "", "n"}};
+    // clang-format on
+    for (Case const& c : cases) {
+        StringTokenizer t(c.text, ";");
+        EXPECT_EQ(t.nextTokenWithLimit("="), c.token) << c.text;
+        EXPECT_EQ(t.remainingString(), c.rest) << c.text;
+    }
+    StringTokenizer t("5=6;7", ";");
+    EXPECT_EQ(t.nextIntTokenWithLimit("="), 5);
+    EXPECT_EQ(t.nextIntTokenWithLimit("="), 7);
+}
+
+TEST(StringTokenizer, FiltersTokens) {
+    StringTokenizer t("aabb,xabyab,ab;c=,d;d=e;,last", ",");
+    EXPECT_EQ(t.filterNextToken("ab"), "ab") << "what closes up is not searched again";
+    EXPECT_EQ(t.filterNextToken("ab"), "xy");
+    EXPECT_EQ(t.filterNextTokenWithLimit("=", ";"), "abc");
+    EXPECT_EQ(t.filterNextToken(""), "d;d=e;") << "an empty filter removes nothing";
+    EXPECT_EQ(t.filterNextTokenWithLimit("=", "a"), "lst");
+}
+
+TEST(StringTokenizer, AgreesWithCuttingTheFrontOffEachTime) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        std::string text;
+        for (auto i = random() % 60; i > 0; --i) text += "a;-="[random() % 4];
+        StringTokenizer t(text, ";");
+        std::string left = t.remainingString();
+        while (t.hasMoreTokens()) {
+            std::string const delimiter = random() % 3 == 0 ? "-" : ";";
+            std::size_t const cut = left.find(delimiter);
+            EXPECT_EQ(t.nextToken(delimiter), left.substr(0, cut));
+            left = cut == std::string::npos ? "" : left.substr(cut + 1);
+            ASSERT_EQ(t.remainingString(), left);
+        }
+        ASSERT_EQ(left, "");
+    }
+}
+
+TEST(StringTokenizer, KeepsNoMoreThanTwiceTheRest) {
+    std::string text;
+    for (int i = 0; i < 1000; ++i) text += "token,";
+    StringTokenizer t(text, ",");
+    for (int i = 0; i < 900; ++i) t.nextToken();
+    AllocationCounter count;
+    StringTokenizer const copy = t;
+    EXPECT_EQ(copy.countTokens(), 100u);
+    EXPECT_LE(count.made(), 1);
+    EXPECT_EQ(copy.remainingString().size(), 599u);
+}
