@@ -21,36 +21,40 @@ constexpr double QUAT_TINY = 1.0e-8;
 constexpr double QUAT_BY_ZERO = 100000000.0;
 
 // Trigonometry is taken in double and narrowed, in both precisions: a float angle costs what a double costs.
-template <class T> T sine(T angle) { return static_cast<T>(std::sin(static_cast<double>(angle))); }
-template <class T> T cosine(T angle) { return static_cast<T>(std::cos(static_cast<double>(angle))); }
-template <class T> T arcCosine(T value) { return static_cast<T>(std::acos(static_cast<double>(value))); }
+template <class T> inline T sine(T angle) { return static_cast<T>(std::sin(static_cast<double>(angle))); }
+template <class T> inline T cosine(T angle) { return static_cast<T>(std::cos(static_cast<double>(angle))); }
+template <class T> inline T arcCosine(T value) {
+    return static_cast<T>(std::acos(static_cast<double>(value)));
+}
 
 // --- element by element ----------------------------------------------------
 
-template <class Q> Q sum(Q const& a, Q const& b) {
+template <class Q> inline Q sum(Q const& a, Q const& b) {
     return {a[0] + b[0], a[1] + b[1], a[2] + b[2], a[3] + b[3]};
 }
 
-template <class Q> Q difference(Q const& a, Q const& b) {
+template <class Q> inline Q difference(Q const& a, Q const& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2], a[3] - b[3]};
 }
 
-template <class Q> Q scaled(Q const& a, QuatElement<Q> s) { return {a[0] * s, a[1] * s, a[2] * s, a[3] * s}; }
+template <class Q> inline Q scaled(Q const& a, QuatElement<Q> s) {
+    return {a[0] * s, a[1] * s, a[2] * s, a[3] * s};
+}
 
 /// Multiplies by the reciprocal, which rounds otherwise than four divisions would.
-template <class Q> Q divided(Q const& a, QuatElement<Q> s) {
+template <class Q> inline Q divided(Q const& a, QuatElement<Q> s) {
     using T = QuatElement<Q>;
     constexpr T filled = static_cast<T>(QUAT_BY_ZERO);
     if (s == 0) return {filled, filled, filled, filled};
     return scaled(a, 1 / s);
 }
 
-template <class Q> bool equal(Q const& a, Q const& b) {
+template <class Q> inline bool equal(Q const& a, Q const& b) {
     return a[0] == b[0] && a[1] == b[1] && a[2] == b[2] && a[3] == b[3];
 }
 
 /// -1, 0 or 1: the order of the first elements whose keys differ.
-template <class Q, class Key> int compareKeys(Q const& a, Q const& b, Key key) {
+template <class Q, class Key> inline int compareKeys(Q const& a, Q const& b, Key key) {
     for (int i = 0; i < 4; ++i)
         if (key(a[i]) != key(b[i])) return key(a[i]) < key(b[i]) ? -1 : 1;
     return 0;
@@ -58,7 +62,7 @@ template <class Q, class Key> int compareKeys(Q const& a, Q const& b, Key key) {
 
 // --- algebra, scalar part in element 0 -------------------------------------
 
-template <class Q> Q product(Q const& a, Q const& b) {
+template <class Q> inline Q product(Q const& a, Q const& b) {
     return {a[0] * b[0] - a[1] * b[1] - a[2] * b[2] - a[3] * b[3],
             a[0] * b[1] + a[1] * b[0] + a[2] * b[3] - a[3] * b[2],
             a[0] * b[2] + a[2] * b[0] + a[3] * b[1] - a[1] * b[3],
@@ -66,29 +70,29 @@ template <class Q> Q product(Q const& a, Q const& b) {
 }
 
 /// Summed from 0, so that the result is never negative zero.
-template <class Q> QuatElement<Q> dot(Q const& a, Q const& b) {
+template <class Q> inline QuatElement<Q> dot(Q const& a, Q const& b) {
     return 0 + a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3];
 }
 
-template <class Q> Q conjugate(Q const& a) { return {a[0], -a[1], -a[2], -a[3]}; }
+template <class Q> inline Q conjugate(Q const& a) { return {a[0], -a[1], -a[2], -a[3]}; }
 
-template <class Q> Q inverse(Q const& a) {
+template <class Q> inline Q inverse(Q const& a) {
     QuatElement<Q> const n = a[0] * a[0] + a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
     if (!(n > 0)) return {0, 0, 0, 0};
     return scaled(conjugate(a), 1 / n);
 }
 
-template <class Q> QuatElement<Q> squaredVectorPart(Q const& a) {
+template <class Q> inline QuatElement<Q> squaredVectorPart(Q const& a) {
     return a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
 }
 
-template <class Q> Q axisAngle(Vector3<QuatElement<Q>> const& axis, QuatElement<Q> angle) {
+template <class Q> inline Q axisAngle(Vector3<QuatElement<Q>> const& axis, QuatElement<Q> angle) {
     using T = QuatElement<Q>;
     T const half = angle / 2, s = sine(half);
     return {cosine(half), axis.x * s, axis.y * s, axis.z * s};
 }
 
-template <class Q> void toAxisAngle(Q const& a, Vector3<QuatElement<Q>>& axis, QuatElement<Q>& angle) {
+template <class Q> inline void toAxisAngle(Q const& a, Vector3<QuatElement<Q>>& axis, QuatElement<Q>& angle) {
     using T = QuatElement<Q>;
     T const n = squaredVectorPart(a);
     if (static_cast<double>(n) > QUAT_TINY) {
@@ -100,7 +104,7 @@ template <class Q> void toAxisAngle(Q const& a, Vector3<QuatElement<Q>>& axis, Q
     }
 }
 
-template <class Q> Q exponential(Q const& a) {
+template <class Q> inline Q exponential(Q const& a) {
     using T = QuatElement<Q>;
     T const theta = std::sqrt(squaredVectorPart(a)), s = sine(theta);
     bool const tiny = !(std::abs(static_cast<double>(s)) >= QUAT_TINY);
@@ -108,7 +112,7 @@ template <class Q> Q exponential(Q const& a) {
     return {cosine(theta), factor * a[1], factor * a[2], factor * a[3]};
 }
 
-template <class Q> Q logarithm(Q const& a) {
+template <class Q> inline Q logarithm(Q const& a) {
     using T = QuatElement<Q>;
     if (std::abs(a[0]) < 1) {
         T const theta = arcCosine(a[0]), s = sine(theta);
@@ -124,7 +128,7 @@ template <class Q> Q logarithm(Q const& a) {
 
 /// The angle from p to q. False when p stands for every point between: the angle is tiny, or the two are one
 /// unit quaternion whose product with itself rounding has pushed off 1.
-template <class Q> bool arcBetween(Q const& p, Q const& q, QuatElement<Q>& theta) {
+template <class Q> inline bool arcBetween(Q const& p, Q const& q, QuatElement<Q>& theta) {
     using T = QuatElement<Q>;
     T const d = dot(p, q);
     if (std::abs(d - 1) <= 4 * std::numeric_limits<T>::epsilon() && equal(p, q)) return false;
@@ -134,32 +138,35 @@ template <class Q> bool arcBetween(Q const& p, Q const& q, QuatElement<Q>& theta
 
 /// p and q weighted by the sines of two angles that share out `theta`.
 template <class Q>
-Q weighted(Q const& p, Q const& q, QuatElement<Q> theta, QuatElement<Q> angleP, QuatElement<Q> angleQ) {
+inline Q weighted(Q const& p, Q const& q, QuatElement<Q> theta, QuatElement<Q> angleP,
+                  QuatElement<Q> angleQ) {
     QuatElement<Q> const perSine = 1 / sine(theta);
-    return sum(scaled(p, sine(angleP) * perSine), scaled(q, sine(angleQ) * perSine));
+    QuatElement<Q> const weightP = sine(angleP) * perSine, weightQ = sine(angleQ) * perSine;
+    return sum(scaled(p, weightP), scaled(q, weightQ));
 }
 
-template <class Q> Q slerp(QuatElement<Q> t, Q const& p, Q const& q) {
+template <class Q> inline Q slerp(QuatElement<Q> t, Q const& p, Q const& q) {
     QuatElement<Q> theta;
     if (!arcBetween(p, q, theta)) return p;
     return weighted(p, q, theta, (1 - t) * theta, t * theta);
 }
 
-template <class Q> Q slerpExtraSpins(QuatElement<Q> t, Q const& p, Q const& q, QuatElement<Q> halfTurns) {
+template <class Q>
+inline Q slerpExtraSpins(QuatElement<Q> t, Q const& p, Q const& q, QuatElement<Q> halfTurns) {
     QuatElement<Q> theta;
     if (!arcBetween(p, q, theta)) return p;
     QuatElement<Q> const phase = halfTurns * t;
     return weighted(p, q, theta, (1 - t) * theta - phase, t * theta + phase);
 }
 
-template <class Q> Q intermediate(Q const& a, Q const& b, Q const& c) {
+template <class Q> inline Q intermediate(Q const& a, Q const& b, Q const& c) {
     using T = QuatElement<Q>;
     Q const back = conjugate(b);
     Q const bend = sum(logarithm(product(back, a)), logarithm(product(back, c)));
     return product(b, exponential(scaled(bend, static_cast<T>(-0.25))));
 }
 
-template <class Q> Q squad(QuatElement<Q> t, Q const& p, Q const& a, Q const& b, Q const& q) {
+template <class Q> inline Q squad(QuatElement<Q> t, Q const& p, Q const& a, Q const& b, Q const& q) {
     return slerp(2 * t * (1 - t), slerp(t, p, q), slerp(t, a, b));
 }
 

@@ -35,7 +35,8 @@ struct ScalarLast {
 constexpr int AXIS_AFTER[3] = {1, 2, 0};
 
 /// Writes the rotation of (x, y, z, w), w the scalar part, as it is: nothing is normalised.
-template <Stored stored, class M, class T = MatrixElement<M>> void writeRotation(M& m, T x, T y, T z, T w) {
+template <Stored stored, class M, class T = MatrixElement<M>>
+inline void writeRotation(M& m, T x, T y, T z, T w) {
     T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
     T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
     T const wx = w * x2, wy = w * y2, wz = w * z2;
@@ -50,7 +51,7 @@ template <Stored stored, class M, class T = MatrixElement<M>> void writeRotation
     at<stored>(m, 2, 2) = 1 - (xx + yy);
 }
 
-template <class Convention, class Q, class T = QuatElement<Q>> Q arranged(T w, T x, T y, T z) {
+template <class Convention, class Q, class T = QuatElement<Q>> inline Q arranged(T w, T x, T y, T z) {
     Q q;
     q[Convention::scalar] = w;
     q[Convention::vector] = x;
@@ -60,7 +61,7 @@ template <class Convention, class Q, class T = QuatElement<Q>> Q arranged(T w, T
 }
 
 /// Axis i has the largest diagonal element. Calculated in the matrix's precision, narrowed when stored.
-template <class Convention, class Q, int i, class M> Q fromPivot(M const& m) {
+template <class Convention, class Q, int i, class M> inline Q fromPivot(M const& m) {
     using T = QuatElement<Q>;
     using S = MatrixElement<M>;
     constexpr Stored stored = Convention::stored;
@@ -76,7 +77,7 @@ template <class Convention, class Q, int i, class M> Q fromPivot(M const& m) {
 }
 
 /// The trace and its root are taken in the quaternion's precision, each difference in the matrix's.
-template <class Convention, class Q, class M> Q fromRotation(M const& m) {
+template <class Convention, class Q, class M> inline Q fromRotation(M const& m) {
     using T = QuatElement<Q>;
     constexpr Stored stored = Convention::stored;
     T const trace = static_cast<T>(m(0, 0) + m(1, 1) + m(2, 2));
