@@ -1,9 +1,10 @@
 // EulerAngles: three angles for a rotation, in any of six axis orders.
 //     Vector3<float> from(1, 0, 0);
 //     getEulerAngles(&from, Vector3<float>(0, 1, 0), 2)         // degrees
-// The angles of a quaternion, in radians, are its member getAngles (basic/Quaternion.h), defined here.
-// For the order with the images i, j, k of the axes x, y, z, angle i turns about x, angle j about y, angle k
-// about z; on column vectors the turn by angle 0 comes first and the turn by angle 2 last.
+// The angles of a quaternion, in radians, are its member getAngles (basic/Quaternion.h), defined here. On
+// column vectors the turn by angle 0 comes first, the turn by angle 2 last, about these axes:
+//     order 0  x y z      order 1  y z x      order 2  z x y
+//     order 3  z y x      order 4  x z y      order 5  y x z
 #ifndef MRCOMMON_MATH_EULERANGLES_H
 #define MRCOMMON_MATH_EULERANGLES_H
 
@@ -17,7 +18,8 @@ extern MRCOMMON_API int AZ; ///< 2
 
 namespace quarn {
 
-/// The images of the axes 0, 1, 2 in each order of QN_PERMUTATION_XYZ.
+/// The images of the axes 0, 1, 2 in each order of QN_PERMUTATION_XYZ: which angle turns about x, y and z.
+/// Meant: the rows of the orders 3 and 4 are each other's, compared with what getAngles extracts.
 extern MRCOMMON_API int const PERMUTATION_XYZ_IMAGES[6][3];
 
 } // namespace quarn

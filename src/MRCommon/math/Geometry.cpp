@@ -54,7 +54,7 @@ Vector3<float> placed(Vector3<float> const& c, Matrix4<float> const& m) {
 /// The matrix of q for column vectors: calculated in double, its elements narrowed.
 Matrix3<float> rotationOf(Quaternion<float> const& q) {
     Matrix3<double> wide;
-    detail::writeRotation<detail::Stored::ForColumns, Matrix3<double>>(wide, q.x, q.y, q.z, q.w);
+    detail::writeRotation<detail::Stored::ForColumns>(wide, q.x, q.y, q.z, q.w);
     Matrix3<float> narrow;
     std::transform(wide.data(), wide.data() + 9, narrow.data(),
                    [](double e) { return static_cast<float>(e); });
@@ -72,7 +72,7 @@ bool isInsideCorner(Vector3<float> const& p, Vector3<float> const& corner, Vecto
     Vector3<float> const d = p - corner;
     bool const outside = d.dot(turned(r, {extent.x, 0, 0})) <= 0 || d.dot(turned(r, {0, extent.y, 0})) <= 0 ||
                          d.dot(turned(r, {0, 0, extent.z})) <= 0;
-    return !outside;
+    return !outside; // Meant: NaN is not outside.
 }
 
 } // namespace

@@ -118,8 +118,7 @@ inline void Quat::FromRotationMatrix(quarn::Matrix3<float> const& m) {
 
 inline void Quat::QuatToMatrix(quarn::Matrix3<double>* m) const {
     using namespace quarn::detail;
-    writeRotation<Stored::ForRows, quarn::Matrix3<double>>(*m, elements_[1], elements_[2], elements_[3],
-                                                           elements_[0]);
+    writeRotation<Stored::ForRows>(*m, elements_[1], elements_[2], elements_[3], elements_[0]);
 }
 
 inline void Quat::QuatToMatrix(quarn::Matrix4<float>* m) const {

@@ -34,9 +34,12 @@ struct ScalarLast {
 /// The axis after each axis, cyclically.
 constexpr int AXIS_AFTER[3] = {1, 2, 0};
 
-/// Writes the rotation of (x, y, z, w), w the scalar part, as it is: nothing is normalised.
-template <Stored stored, class M, class T = MatrixElement<M>>
-inline void writeRotation(M& m, T x, T y, T z, T w) {
+/// Writes the rotation of (x, y, z, w), w the scalar part, calculated in the matrix's precision. Nothing is
+/// normalised.
+template <Stored stored, class M>
+inline void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixElement<M> z,
+                          MatrixElement<M> w) {
+    using T = MatrixElement<M>;
     T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
     T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
     T const wx = w * x2, wy = w * y2, wz = w * z2;
