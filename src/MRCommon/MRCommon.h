@@ -22,7 +22,13 @@
 #include <MRCommon/basic/TriangleFlags.h>
 #include <MRCommon/basic/Tuple.h>
 #include <MRCommon/basic/Vector3.h>
-#include <MRCommon/Export.h>
+#include <MRCommon/math/DQuat.h>
+#include <MRCommon/math/EulerAngles.h>
+#include <MRCommon/math/Geometry.h>
+#include <MRCommon/math/Quat.h>
+#include <MRCommon/math/Random.h>
+#include <MRCommon/math/RotationMatrix.h>
+#include <MRCommon/math/Rounding.h>
 #include <MRCommon/properties/BasePpty.h>
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/ItemVariant.h>
@@ -38,8 +44,18 @@
 #include <MRCommon/properties/RangePpty.h>
 #include <MRCommon/properties/RangeVectPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
+#include <MRCommon/system/ByteId.h>
+#include <MRCommon/system/QNCPUInfo.h>
 #include <MRCommon/text/ConfigurationHost.h>
 #include <MRCommon/text/ConfigurationMngr.h>
+#include <MRCommon/text/Environment.h>
+#include <MRCommon/text/FileNameStitcher.h>
+#include <MRCommon/text/LibLoader.h>
+#include <MRCommon/text/MessageNames.h>
+#include <MRCommon/text/Paths.h>
+#include <MRCommon/text/StringTokenizer.h>
+#include <MRCommon/text/StringTools.h>
+#include <MRCommon/text/WorkSpace.h>
 #include <qn_basic/QN_MetaClassBase.h>
 #include <qn_fileio/qn_fileio.h>
 

@@ -36,6 +36,12 @@ public:
     static void getAngles_ZXY(T const& a, T const& b, T const& c, T const& d, Tuple3<T, T, T>& angles);
 };
 
+extern template void Quaternion<double>::getAngles(QN_PERMUTATION_XYZ const& order,
+                                                   Tuple3<double, double, double>& angles) const;
+extern template void Quaternion<double>::getAngles_ZXY(double const& a, double const& b, double const& c,
+                                                       double const& d,
+                                                       Tuple3<double, double, double>& angles);
+
 static_assert(sizeof(Quaternion<float>) == 16 && sizeof(Quaternion<double>) == 32);
 static_assert(std::is_trivially_copyable_v<Quaternion<double>>);
 static_assert(std::is_standard_layout_v<Quaternion<double>>);

@@ -1,0 +1,433 @@
+// DQuat and Quat beside the rotation libraries that were found, and beside the leanest inline form of their
+// own formulas. Every library's results are held against ours before anything is timed; then each row is
+// repeated in shuffled turns and its medians are printed, in nanoseconds and as ratios (above 1: ours costs
+// more).
+//     bench_quat [--benchmark_filter=slerp] [--benchmark_repetitions=31] [--benchmark_min_time=0.02]
+// All inputs are unit quaternions with turns below 90 degrees, so that no library takes a special case. Quat
+// has no product with a vector: its row goes through the 4x4 matrix, as a caller's would.
+#include <MRCommon/math/DQuat.h>
+#include <MRCommon/math/Quat.h>
+
+#include <benchmark/benchmark.h>
+
+#ifdef BENCH_EIGEN
+#include <Eigen/Geometry>
+#endif
+#ifdef BENCH_GLM
+#define GLM_ENABLE_EXPERIMENTAL
+#include <glm/gtc/quaternion.hpp>
+#include <glm/gtx/quaternion.hpp>
+#endif
+#ifdef BENCH_IMATH
+#include <ImathMatrixAlgo.h>
+#include <ImathQuat.h>
+#endif
+
+#include <cstdio>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace quarn;
+
+namespace {
+
+using Values =
+    std::vector<double>; // a result in one form for all: w x y z, x y z, or rows for column vectors
+
+template <class T> struct Turn {
+    Vector3<T> axis;
+    T angle;
+};
+
+template <class T> struct Ours {
+    static constexpr bool isFloat = std::is_same_v<T, float>;
+    using Q = std::conditional_t<isFloat, Quat, DQuat>;
+    using V = Vector3<T>;
+    using M = std::conditional_t<isFloat, Matrix4<T>, Matrix3<T>>; // what QuatToMatrix calculates in T
+    using A = Turn<T>;
+    static Q make(T w, T x, T y, T z) { return {w, x, y, z}; }
+    static Q makeForMatrix(T w, T x, T y, T z) { return isFloat ? Q(x, y, z, w) : Q(w, x, y, z); }
+    static Q makeForVector(T w, T x, T y, T z) { return isFloat ? Q(x, y, z, w) : Q(w, -x, -y, -z); }
+    static V vector(T x, T y, T z) { return {x, y, z}; }
+    static Q product(Q const& a, Q const& b) { return a * b; }
+    static Q inverse(Q const& a) { return a.getInverse(); }
+    static Q slerp(T t, Q const& a, Q const& b) { return Q::Slerp(t, a, b); }
+    static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) { return Q::Squad(t, p, a, b, q); }
+    static M matrix(Q const& a) {
+        M m;
+        a.QuatToMatrix(&m);
+        return m;
+    }
+    static Q fromMatrix(M const& m) {
+        M copy = m;
+        return Q(&copy);
+    }
+    static V rotate(Q const& a, V const& v) {
+        if constexpr (isFloat) {
+            M const m = matrix(a);
+            auto const column = [&](int j) { return v.x * m(0, j) + v.y * m(1, j) + v.z * m(2, j); };
+            return {column(0), column(1), column(2)};
+        } else {
+            return a * v;
+        }
+    }
+    static Q fromAxisAngle(V const& axis, T angle) { return Q(axis, angle); }
+    static A toAxisAngle(Q const& a) {
+        A turn;
+        a.ToAxisAngle(turn.axis, turn.angle);
+        return turn;
+    }
+    static Values values(Q const& a) { return {a[0], a[1], a[2], a[3]}; }
+    static Values valuesFromMatrix(Q const& a) {
+        return isFloat ? Values{a[3], a[0], a[1], a[2]} : values(a);
+    }
+    static Values values(V const& v) { return {v.x, v.y, v.z}; }
+    static Values values(A const& a) { return {a.angle, a.axis.x, a.axis.y, a.axis.z}; }
+    static Values values(M const& m) {
+        Values rows;
+        for (int i = 0; i < 9; ++i) rows.push_back(isFloat ? m(i % 3, i / 3) : m(i / 3, i % 3));
+        return rows;
+    }
+};
+
+/// The same formulas on bare arrays, as one would write them for this program alone.
+template <class T> struct Lean : Ours<T> {
+    struct Q {
+        T e[4];
+    };
+    using O = Ours<T>;
+    using V = typename O::V;
+    using M = typename O::M;
+    using A = typename O::A;
+    static Q of(typename O::Q const& q) { return {{q[0], q[1], q[2], q[3]}}; }
+    static Q make(T w, T x, T y, T z) { return {{w, x, y, z}}; }
+    static Q makeForMatrix(T w, T x, T y, T z) { return of(O::makeForMatrix(w, x, y, z)); }
+    static Q makeForVector(T w, T x, T y, T z) { return of(O::makeForVector(w, x, y, z)); }
+    static Q product(Q const& p, Q const& q) {
+        T const *a = p.e, *b = q.e;
+        return {{a[0] * b[0] - a[1] * b[1] - a[2] * b[2] - a[3] * b[3],
+                 a[0] * b[1] + a[1] * b[0] + a[2] * b[3] - a[3] * b[2],
+                 a[0] * b[2] + a[2] * b[0] + a[3] * b[1] - a[1] * b[3],
+                 a[0] * b[3] + a[3] * b[0] + a[1] * b[2] - a[2] * b[1]}};
+    }
+    static Q inverse(Q const& q) {
+        T const* a = q.e;
+        T const n = a[0] * a[0] + a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
+        if (!(n > 0)) return {{0, 0, 0, 0}};
+        T const r = 1 / n;
+        return {{a[0] * r, -a[1] * r, -a[2] * r, -a[3] * r}};
+    }
+    static Q slerp(T t, Q const& p, Q const& q) {
+        T const *a = p.e, *b = q.e;
+        T const dot = 0 + a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3];
+        T const theta = T(std::acos(double(dot)));
+        if (std::abs(double(theta)) < 1e-8) return p;
+        T const r = 1 / T(std::sin(double(theta)));
+        T const u = T(std::sin(double((1 - t) * theta))) * r, v = T(std::sin(double(t * theta))) * r;
+        return {{a[0] * u + b[0] * v, a[1] * u + b[1] * v, a[2] * u + b[2] * v, a[3] * u + b[3] * v}};
+    }
+    static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) {
+        return slerp(2 * t * (1 - t), slerp(t, p, q), slerp(t, a, b));
+    }
+    static M matrix(Q const& q) {
+        T const x = q.e[O::isFloat ? 0 : 1], y = q.e[O::isFloat ? 1 : 2], z = q.e[O::isFloat ? 2 : 3];
+        T const w = q.e[O::isFloat ? 3 : 0],
+                h = O::isFloat ? T(-1) : T(1); // h folds: the float form is transposed
+        T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
+        T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
+        T const wx = w * x2 * h, wy = w * y2 * h, wz = w * z2 * h;
+        M m;
+        m(0, 0) = 1 - (yy + zz), m(0, 1) = xy - wz, m(0, 2) = xz + wy;
+        m(1, 0) = xy + wz, m(1, 1) = 1 - (xx + zz), m(1, 2) = yz - wx;
+        m(2, 0) = xz - wy, m(2, 1) = yz + wx, m(2, 2) = 1 - (xx + yy);
+        return m;
+    }
+    static Q fromMatrix(M const& m) { // the branch that all inputs take
+        T const trace = m(0, 0) + m(1, 1) + m(2, 2);
+        if (!(trace > 0)) return {{0, 0, 0, 0}};
+        T const s = std::sqrt(trace + 1), f = T(0.5) / s, w = T(0.5) * s;
+        T const x = (m(2, 1) - m(1, 2)) * f, y = (m(0, 2) - m(2, 0)) * f, z = (m(1, 0) - m(0, 1)) * f;
+        if constexpr (O::isFloat) return {{-x, -y, -z, w}};
+        return {{w, x, y, z}};
+    }
+    static V rotate(Q const& a, V const& v) {
+        M const m = matrix(a);
+        return {v.x * m(0, 0) + v.y * m(1, 0) + v.z * m(2, 0), v.x * m(0, 1) + v.y * m(1, 1) + v.z * m(2, 1),
+                v.x * m(0, 2) + v.y * m(1, 2) + v.z * m(2, 2)};
+    }
+    static Q fromAxisAngle(V const& axis, T angle) {
+        double const half = double(angle / 2);
+        T const s = T(std::sin(half));
+        return {{T(std::cos(half)), axis.x * s, axis.y * s, axis.z * s}};
+    }
+    static A toAxisAngle(Q const& q) {
+        T const* a = q.e;
+        T const n = a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
+        if (!(double(n) > 1e-8)) return {{1, 0, 0}, 0};
+        T const r = 1 / std::sqrt(n);
+        return {{a[1] * r, a[2] * r, a[3] * r}, 2 * T(std::acos(double(a[0])))};
+    }
+    using O::values;
+    static Values values(Q const& a) { return {a.e[0], a.e[1], a.e[2], a.e[3]}; }
+    static Values valuesFromMatrix(Q const& a) {
+        return O::valuesFromMatrix({a.e[0], a.e[1], a.e[2], a.e[3]});
+    }
+};
+
+/// What the peers have in common: one way of making a quaternion, whatever it is for.
+template <class Self, class T, class Quaternion> struct Peer {
+    using Q = Quaternion;
+    static Q make(T w, T x, T y, T z) { return Q(w, x, y, z); }
+    static Q makeForMatrix(T w, T x, T y, T z) { return make(w, x, y, z); }
+    static Q makeForVector(T w, T x, T y, T z) { return make(w, x, y, z); }
+    static Q product(Q const& a, Q const& b) { return a * b; }
+    static Values valuesFromMatrix(Q const& a) { return Self::values(a); }
+};
+
+#ifdef BENCH_EIGEN
+template <class T> struct EigenPeer : Peer<EigenPeer<T>, T, Eigen::Quaternion<T>> {
+    using Q = Eigen::Quaternion<T>;
+    using V = Eigen::Matrix<T, 3, 1>;
+    using M = Eigen::Matrix<T, 3, 3>;
+    using A = Eigen::AngleAxis<T>;
+    static V vector(T x, T y, T z) { return {x, y, z}; }
+    static Q inverse(Q const& a) { return a.inverse(); }
+    static Q slerp(T t, Q const& a, Q const& b) { return a.slerp(t, b); }
+    static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) { // no squad of its own
+        return p.slerp(t, q).slerp(2 * t * (1 - t), a.slerp(t, b));
+    }
+    static M matrix(Q const& a) { return a.toRotationMatrix(); }
+    static Q fromMatrix(M const& m) { return Q(m); }
+    static V rotate(Q const& a, V const& v) { return a * v; }
+    static Q fromAxisAngle(V const& axis, T angle) { return Q(A(angle, axis)); }
+    static A toAxisAngle(Q const& a) { return A(a); }
+    static Values values(Q const& a) { return {a.w(), a.x(), a.y(), a.z()}; }
+    static Values values(V const& v) { return {v[0], v[1], v[2]}; }
+    static Values values(A const& a) { return {a.angle(), a.axis()[0], a.axis()[1], a.axis()[2]}; }
+    static Values values(M const& m) {
+        return {m(0, 0), m(0, 1), m(0, 2), m(1, 0), m(1, 1), m(1, 2), m(2, 0), m(2, 1), m(2, 2)};
+    }
+};
+#endif
+
+#ifdef BENCH_GLM
+template <class T> struct GlmPeer : Peer<GlmPeer<T>, T, glm::qua<T>> {
+    using Q = glm::qua<T>;
+    using V = glm::vec<3, T>;
+    using M = glm::mat<3, 3, T>;
+    struct A {
+        V axis;
+        T angle;
+    };
+    static V vector(T x, T y, T z) { return {x, y, z}; }
+    static Q inverse(Q const& a) { return glm::inverse(a); }
+    static Q slerp(T t, Q const& a, Q const& b) { return glm::mix(a, b, t); } // the one that flips no sign
+    static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) { return glm::squad(p, q, a, b, t); }
+    static M matrix(Q const& a) { return glm::mat3_cast(a); }
+    static Q fromMatrix(M const& m) { return glm::quat_cast(m); }
+    static V rotate(Q const& a, V const& v) { return a * v; }
+    static Q fromAxisAngle(V const& axis, T angle) { return glm::angleAxis(angle, axis); }
+    static A toAxisAngle(Q const& a) { return {glm::axis(a), glm::angle(a)}; }
+    static Values values(Q const& a) { return {a.w, a.x, a.y, a.z}; }
+    static Values values(V const& v) { return {v.x, v.y, v.z}; }
+    static Values values(A const& a) { return {a.angle, a.axis.x, a.axis.y, a.axis.z}; }
+    static Values values(M const& m) { // by columns
+        return {m[0][0], m[1][0], m[2][0], m[0][1], m[1][1], m[2][1], m[0][2], m[1][2], m[2][2]};
+    }
+};
+#endif
+
+#ifdef BENCH_IMATH
+template <class T> struct ImathPeer : Peer<ImathPeer<T>, T, Imath::Quat<T>> {
+    using Q = Imath::Quat<T>;
+    using V = Imath::Vec3<T>;
+    using M = Imath::Matrix44<T>;
+    using A = Turn<T>;
+    static V vector(T x, T y, T z) { return {x, y, z}; }
+    static Q inverse(Q const& a) { return a.inverse(); }
+    static Q slerp(T t, Q const& a, Q const& b) { return Imath::slerp(a, b, t); }
+    static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) {
+        return Imath::squad(p, a, b, q, t);
+    }
+    static M matrix(Q const& a) { return a.toMatrix44(); }
+    static Q fromMatrix(M const& m) { return Imath::extractQuat(m); }
+    static V rotate(Q const& a, V const& v) { return a.rotateVector(v); }
+    static Q fromAxisAngle(V const& axis, T angle) { return Q().setAxisAngle(axis, angle); }
+    static A toAxisAngle(Q const& a) {
+        V const v = a.axis();
+        return {{v.x, v.y, v.z}, a.angle()};
+    }
+    static Values values(Q const& a) { return {a.r, a.v.x, a.v.y, a.v.z}; }
+    static Values values(V const& v) { return {v.x, v.y, v.z}; }
+    static Values values(A const& a) { return {a.angle, a.axis.x, a.axis.y, a.axis.z}; }
+    static Values values(M const& m) { // for row vectors
+        return {m[0][0], m[1][0], m[2][0], m[0][1], m[1][1], m[2][1], m[0][2], m[1][2], m[2][2]};
+    }
+};
+#endif
+
+constexpr std::size_t COUNT = 512;
+
+/// The inputs, the same numbers for every library of one precision.
+template <class L, class T> struct Inputs {
+    std::vector<typename L::Q> p, a, b, q, forMatrix, forVector;
+    std::vector<typename L::V> v, axis;
+    std::vector<typename L::M> m;
+    std::vector<T> t;
+
+    Inputs() {
+        std::mt19937 source(7);
+        auto const uniform = [&](double low, double high) {
+            return low + (high - low) * (double(source()) / 4294967296.0);
+        };
+        auto const add = [&](std::vector<typename L::Q>& list, auto make, double const* e) {
+            list.push_back(make(T(e[0]), T(e[1]), T(e[2]), T(e[3])));
+        };
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            double const n[3] = {uniform(-1, 1), uniform(-1, 1), uniform(0.1, 1)};
+            double const length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+            double const half[4] = {uniform(0.1, 0.3), uniform(0.3, 0.4), uniform(0.5, 0.6),
+                                    uniform(0.6, 0.75)};
+            std::vector<typename L::Q>* const lists[4] = {&p, &a, &b, &q};
+            for (int k = 0; k < 4; ++k) {
+                double const s = std::sin(half[k]) / length;
+                double const e[4] = {std::cos(half[k]), n[k % 3] * s, n[(k + 1) % 3] * s, n[(k + 2) % 3] * s};
+                add(*lists[k], L::make, e);
+                if (k < 3) continue;
+                add(forMatrix, L::makeForMatrix, e);
+                add(forVector, L::makeForVector, e);
+                m.push_back(L::matrix(forMatrix.back()));
+            }
+            axis.push_back(L::vector(T(n[0] / length), T(n[1] / length), T(n[2] / length)));
+            v.push_back(L::vector(T(uniform(-9, 9)), T(uniform(-9, 9)), T(uniform(-9, 9))));
+            t.push_back(T(uniform(0.1, 0.9)));
+        }
+    }
+};
+
+std::map<std::string, std::vector<Values>> expected; // by row: what ours gave, which is added first
+
+bool agrees(std::string const& row, std::vector<Values> const& got, double tolerance) {
+    auto const [ours, isFirst] = expected.try_emplace(row, got);
+    for (std::size_t i = 0; i < got.size() && !isFirst; ++i)
+        for (std::size_t k = 0; k < got[i].size(); ++k)
+            if (!(std::abs(got[i][k] - ours->second[i][k]) <= tolerance)) return false;
+    return true;
+}
+
+bool allAgree = true;
+
+template <class L, class T> void addLibrary(std::string const& library) {
+    static Inputs<L, T> const in;
+    auto const add = [&](char const* operation, auto calculate, auto values) {
+        std::string const row = std::string(operation) + (sizeof(T) == 4 ? "/float" : "/double");
+        std::vector<Values> results;
+        for (std::size_t i = 0; i < COUNT; ++i) results.push_back(values(calculate(i)));
+        if (!agrees(row, results, sizeof(T) == 4 ? 2e-5 : 1e-13)) {
+            std::printf("%s: %s disagrees\n", row.c_str(), library.c_str());
+            allAgree = false;
+        }
+        benchmark::RegisterBenchmark((row + "/" + library).c_str(), [=](benchmark::State& state) {
+            std::vector<decltype(calculate(0))> out(COUNT, calculate(0));
+            for (auto _ : state) {
+                for (std::size_t i = 0; i < COUNT; ++i) out[i] = calculate(i);
+                benchmark::DoNotOptimize(out.data());
+                benchmark::ClobberMemory();
+            }
+        });
+    };
+    auto const any = [](auto const& result) { return L::values(result); };
+    add(
+        "product", [](std::size_t i) { return L::product(in.p[i], in.q[i]); }, any);
+    add(
+        "inverse", [](std::size_t i) { return L::inverse(in.p[i]); }, any);
+    add(
+        "slerp", [](std::size_t i) { return L::slerp(in.t[i], in.p[i], in.q[i]); }, any);
+    add(
+        "squad", [](std::size_t i) { return L::squad(in.t[i], in.p[i], in.a[i], in.b[i], in.q[i]); }, any);
+    add(
+        "to-matrix", [](std::size_t i) { return L::matrix(in.forMatrix[i]); }, any);
+    add(
+        "from-matrix", [](std::size_t i) { return L::fromMatrix(in.m[i]); },
+        [](auto const& result) { return L::valuesFromMatrix(result); });
+    add(
+        "vector", [](std::size_t i) { return L::rotate(in.forVector[i], in.v[i]); }, any);
+    add(
+        "from-axis-angle", [](std::size_t i) { return L::fromAxisAngle(in.axis[i], in.t[i]); }, any);
+    add(
+        "to-axis-angle", [](std::size_t i) { return L::toAxisAngle(in.q[i]); }, any);
+}
+
+/// Gathers the medians; the table is printed when all are in.
+class Table : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(Context const&) override { return true; }
+    void ReportRuns(std::vector<Run> const& runs) override {
+        for (Run const& run : runs)
+            if (run.aggregate_name == "median") {
+                std::string const name = run.run_name.function_name;
+                std::size_t const cut = name.rfind('/');
+                medians_[name.substr(0, cut)][name.substr(cut + 1)] = run.GetAdjustedCPUTime() / COUNT;
+            }
+    }
+    void Finalize() override {
+        std::printf("%-24s%9s%9s%8s%9s%8s%8s%8s\n", "row", "ours ns", "of lean", "peer", "of peer", "Eigen",
+                    "glm", "Imath");
+        for (auto const& [row, of] : medians_) print(row, of);
+    }
+
+private:
+    using Medians = std::map<std::string, double>;
+    static void print(std::string const& row, Medians const& of) {
+        double const ours = of.at("ours");
+        std::string fastest = "-";
+        for (auto const& [library, median] : of)
+            if (library != "ours" && library != "lean" && (fastest == "-" || median < of.at(fastest)))
+                fastest = library;
+        auto const ratio = [&](std::string const& library) {
+            auto const found = of.find(library);
+            return found == of.end() ? std::nan("") : ours / found->second;
+        };
+        std::printf("%-24s%9.2f%9.2f%8s%9.2f%8.2f%8.2f%8.2f\n", row.c_str(), ours, ratio("lean"),
+                    fastest.c_str(), ratio(fastest), ratio("Eigen"), ratio("glm"), ratio("Imath"));
+    }
+
+    std::map<std::string, Medians> medians_;
+};
+
+template <class T> void addPrecision() {
+    addLibrary<Ours<T>, T>("ours");
+    addLibrary<Lean<T>, T>("lean");
+#ifdef BENCH_EIGEN
+    addLibrary<EigenPeer<T>, T>("Eigen");
+#endif
+#ifdef BENCH_GLM
+    addLibrary<GlmPeer<T>, T>("glm");
+#endif
+#ifdef BENCH_IMATH
+    addLibrary<ImathPeer<T>, T>("Imath");
+#endif
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // Turns are shuffled, so that a busy machine slows all alike; what the caller says comes later and holds.
+    std::vector<std::string> words = {argv[0], "--benchmark_enable_random_interleaving=true",
+                                      "--benchmark_repetitions=31", "--benchmark_min_time=0.005"};
+    words.insert(words.end(), argv + 1, argv + argc);
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    benchmark::Initialize(&count, arguments.data());
+
+    addPrecision<double>();
+    addPrecision<float>();
+    if (!allAgree) return 1;
+    Table table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return 0;
+}

@@ -1,0 +1,195 @@
+// Distances, boxes, shared edges, the random sequence and rounding, against figures worked out by hand.
+#include <MRCommon/math/Geometry.h>
+#include <MRCommon/math/Random.h>
+#include <MRCommon/math/Rounding.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+using namespace quarn;
+using Point = Vector3<float>;
+
+namespace {
+
+using Corners = std::array<Point, 8>;
+
+Corners box(Point const& lo, Point const& hi) {
+    Corners corners;
+    for (unsigned i = 0; i < 8; ++i) // from the far corner on: no order is asked for
+        corners[7 - i] = {i & 1 ? hi.x : lo.x, i & 2 ? hi.y : lo.y, i & 4 ? hi.z : lo.z};
+    return corners;
+}
+
+Matrix4<float> placement(Point const& r0, Point const& r1, Point const& r2, Point const& translation) {
+    Matrix4<float> m;
+    for (int j = 0; j < 3; ++j) m(0, j) = r0[j], m(1, j) = r1[j], m(2, j) = r2[j], m(3, j) = translation[j];
+    for (int i = 0; i < 4; ++i) m(i, 3) = 7; // not looked at
+    return m;
+}
+
+} // namespace
+
+TEST(MinDist, GoesToTheSegmentOrToItsLine) {
+    Point const a(1, 1, 0), b(5, 1, 0);
+    struct {
+        Point p;
+        bool clamp;
+        float distance, t, x;
+    } const cases[] = {
+        {{2, 4, 4}, true, 5, 0.25f, 2}, {{8, 5, 0}, true, 5, 1, 5},     {{8, 5, 0}, false, 4, 1.75f, 8},
+        {{-2, 5, 0}, true, 5, 0, 1},    {{-3, 5, 0}, false, 4, -1, -3}, {{5, 2, 0}, true, 1, 1, 5},
+    };
+    for (auto const& c : cases) {
+        float t = 9;
+        double wideT = 9;
+        Point closest;
+        Vector3<double> wideClosest;
+        EXPECT_EQ(minDist(c.p, a, b, c.clamp, &t, &closest), c.distance);
+        EXPECT_EQ(D_minDist({c.p.x, c.p.y, c.p.z}, {1, 1, 0}, {5, 1, 0}, c.clamp, &wideT, &wideClosest),
+                  c.distance);
+        EXPECT_TRUE(t == c.t && wideT == c.t && closest == Point(c.x, 1, 0) && wideClosest.x == c.x);
+        t = 9;
+        EXPECT_EQ(minDist(c.p, a, b, c.clamp, &t, nullptr), c.distance);
+        EXPECT_EQ(t, c.t);
+    }
+}
+
+TEST(MinDist, OfNoSegmentIsNaN) {
+    for (bool clamp : {true, false}) {
+        float t = 9;
+        Point closest;
+        EXPECT_TRUE(std::isnan(minDist({1, 2, 3}, {1, 1, 1}, {1, 1, 1}, clamp, &t, &closest)));
+        EXPECT_TRUE(std::isnan(t) && std::isnan(closest.x) && std::isnan(closest.z));
+    }
+}
+
+TEST(Boxes, HaveVolumes) {
+    EXPECT_EQ(computeBoxVolume(box({-1, -2, -3}, {1, 3, 4}).data()), 70);
+    EXPECT_EQ(computeBoxVolume(box({1, 2, 3}, {1, 2, 3}).data()), 0);
+    Corners const tilted = {Point(0, 0, 1), Point(2, 0, 0), Point(1, 3, 0), Point(0, 1, 0),
+                            Point(1, 0, 4), Point(1, 1, 1), Point(1, 1, 1), Point(1, 1, 1)};
+    EXPECT_EQ(computeBoxVolume(tilted.data()), 24);
+}
+
+TEST(Boxes, OverlapInAVolume) {
+    Corners const a = box({0, 0, 0}, {4, 4, 4});
+    EXPECT_EQ(intersectVolume(a.data(), a.data()), 64);
+    EXPECT_EQ(intersectVolume(a.data(), box({3, 2, -1}, {9, 9, 3}).data()), 6);
+    EXPECT_EQ(intersectVolume(box({3, 2, -1}, {9, 9, 3}).data(), a.data()), 6);
+    EXPECT_EQ(intersectVolume(a.data(), box({1, 1, 1}, {2, 3, 2}).data()), 2);
+    for (int axis = 0; axis < 3; ++axis) { // apart, and touching, along one axis alone
+        Point lo(1, 1, 1), hi(9, 9, 9);
+        lo[axis] = 4;
+        EXPECT_EQ(intersectVolume(a.data(), box(lo, hi).data()), 0);
+        lo[axis] = 5;
+        EXPECT_EQ(intersectVolume(a.data(), box(lo, hi).data()), 0);
+    }
+}
+
+TEST(IsInBox, MeansStrictlyInside) {
+    Matrix4<float> const straight = placement({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0});
+    Quaternion<float> const none(0, 0, 0, 1);
+    Point const lo(-1, 0, 1), hi(1, 4, 3), middle(0, 2, 2);
+    auto const isIn = [&](Point const& p) { return IsInBox(p, lo, hi, straight, none); };
+    EXPECT_TRUE(isIn(middle));
+    for (int axis = 0; axis < 3; ++axis)
+        for (Point const& corner : {lo, hi}) {
+            Point p = middle;
+            p[axis] = corner[axis];
+            EXPECT_FALSE(isIn(p)) << "on a face";
+            p[axis] = std::nextafter(corner[axis], middle[axis]);
+            EXPECT_TRUE(isIn(p));
+            p[axis] = 2 * corner[axis] - middle[axis];
+            EXPECT_FALSE(isIn(p));
+        }
+    EXPECT_FALSE(IsInBox(middle, {-1, 2, 1}, {1, 2, 3}, straight, none)) << "a box without thickness";
+    EXPECT_TRUE(isIn({0, std::nanf(""), 2})) << "what compares with nothing is not found outside";
+}
+
+TEST(IsInBox, FollowsThePlacement) {
+    // A quarter turn about z, x to y and y to -x, then moved: corner (1, 2, 3) comes to (8, 11, 13).
+    float const r = std::sqrt(0.5f);
+    Matrix4<float> const m = placement({0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {10, 10, 10});
+    Quaternion<float> const q(0, 0, r, r);
+    EXPECT_TRUE(IsInBox({8.5f, 10.5f, 12.5f}, {0, 0, 0}, {1, 2, 3}, m, q));
+    EXPECT_TRUE(IsInBox({9.5f, 10.5f, 10.5f}, {0, 0, 0}, {1, 2, 3}, m, q));
+    EXPECT_FALSE(IsInBox({8.5f, 11.5f, 12.5f}, {0, 0, 0}, {1, 2, 3}, m, q));
+    EXPECT_FALSE(IsInBox({10.5f, 10.5f, 11}, {0, 0, 0}, {1, 2, 3}, m, q));
+}
+
+TEST(CrossCheck, FindsWhatFacesTheCommonEdge) {
+    struct {
+        int a[3], b[3], own, opposite;
+    } const shared[] = {
+        {{1, 2, 3}, {2, 3, 4}, 1, 4},
+        {{1, 2, 3}, {3, 4, 1}, 2, 4},
+        {{7, 5, 6}, {9, 5, 7}, 6, 9},
+        {{1, 1, 5}, {1, 2, 3}, 5, 2}, // a vertex may count twice
+    };
+    for (auto const& c : shared) {
+        int own = -1, opposite = -1;
+        EXPECT_TRUE(CrossCheck(c.a[0], c.a[1], c.a[2], c.b[0], c.b[1], c.b[2], &opposite, &own));
+        EXPECT_TRUE(own == c.own && opposite == c.opposite) << own << opposite;
+    }
+    int own = -1, opposite = -1;
+    EXPECT_FALSE(CrossCheck(1, 2, 3, 1, 2, 3, &opposite, &own));
+    EXPECT_FALSE(CrossCheck(1, 2, 3, 3, 4, 5, &opposite, &own));
+    EXPECT_TRUE(own == -1 && opposite == -1);
+    EXPECT_TRUE(CrossCheck(1, 1, 2, 1, 1, 1, &opposite, &own));
+    EXPECT_TRUE(own == 2 && opposite == -1);
+}
+
+TEST(Random, RepeatsItsSequence) {
+    std::srand(1970);
+    int const first = std::rand(), second = std::rand();
+    for (int run = 0; run < 2; ++run) {
+        resetRandomSequence();
+        EXPECT_EQ(DameRandom(), std::ldexp(static_cast<float>(first), -31));
+        EXPECT_EQ(DameRandom11(), 2 * (std::ldexp(static_cast<float>(second), -31) - 0.5f));
+    }
+    float low = 1, high = -1;
+    for (int i = 0; i < 10000; ++i) {
+        float const v = DameRandom11();
+        low = std::min(low, v), high = std::max(high, v);
+        ASSERT_TRUE(-1 <= v && v <= 1);
+    }
+    EXPECT_TRUE(low < -0.99f && high > 0.99f);
+}
+
+TEST(Redondea, RoundsHalvesUpAndIsNotToNearestBelowZero) {
+    struct {
+        double v;
+        int rounded;
+    } const cases[] = {{2.5, 3},  {2.4, 2},   {2.7, 3},   {0.5, 1},   {0, 0},   {-0.5, 0},
+                       {-0.4, 0}, {-2.4, -2}, {-2.5, -1}, {-2.7, -1}, {-3, -3}, {7, 7}};
+    for (auto const& c : cases) {
+        EXPECT_EQ(Redondea(c.v), c.rounded) << c.v;
+        EXPECT_EQ(Redondea(static_cast<float>(c.v)), c.rounded) << c.v;
+    }
+    // Each precision works in its own: widened, this float would stay below a half; next to 2^23 one more is
+    // lost.
+    EXPECT_EQ(Redondea(0.49999997f), 0);
+    EXPECT_EQ(Redondea(0.49999999999999994), 0);
+    EXPECT_EQ(Redondea(8388607.5f), 8388608);
+}
+
+TEST(Redondea, GivesTheSmallestIntForWhatDoesNotFit) {
+    int const smallest = std::numeric_limits<int>::min();
+    double const infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Redondea(2147483647.0), 2147483647);
+    EXPECT_EQ(Redondea(2147483647.25), 2147483647);
+    EXPECT_EQ(Redondea(2147483647.5), smallest) << "the second truncation does not fit";
+    EXPECT_EQ(Redondea(-2147483648.25), smallest);
+    EXPECT_EQ(Redondea(-2147483648.75), -2147483647) << "truncated after one was added";
+    EXPECT_EQ(Redondea(2147483520.0f), 2147483520);
+    EXPECT_EQ(Redondea(2147483648.0f), smallest);
+    EXPECT_EQ(Redondea(-2147483648.0f), smallest);
+    for (double v : {3e9, -3e9, infinity, -infinity, std::nan("")}) {
+        EXPECT_EQ(Redondea(v), smallest) << v;
+        EXPECT_EQ(Redondea(static_cast<float>(v)), smallest) << v;
+    }
+}

@@ -1,0 +1,402 @@
+// DQuat and Quat: every operation against figures worked out by hand, both sides of every threshold that an
+// input can reach, and ten thousand turns against plain matrix products.
+#include "Turns.h"
+
+#include <MRCommon/math/DQuat.h>
+#include <MRCommon/math/Quat.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace quarn;
+
+namespace {
+
+constexpr double pi = 3.14159265358979323846;
+
+/// What the tests need of either precision.
+template <class Q> struct Kit {
+    using T = std::decay_t<decltype(std::declval<Q const&>()[0])>;
+    static constexpr bool isFloat = std::is_same_v<T, float>;
+    static constexpr T eps = std::numeric_limits<T>::epsilon();
+    static constexpr T nan = std::numeric_limits<T>::quiet_NaN();
+
+    static Q make(double e0, double e1, double e2, double e3) { return {T(e0), T(e1), T(e2), T(e3)}; }
+    static Q make(std::array<double, 4> const& e) { return make(e[0], e[1], e[2], e[3]); }
+    /// On the great circle through IDENTITY and the half turn about z, at an angle of `arc`.
+    static Q onCircle(double arc) { return make(std::cos(arc), 0, 0, std::sin(arc)); }
+    static T above(T v) { return std::nextafter(v, T(9e9)); }
+    static T below(T v) { return std::nextafter(v, T(-9e9)); }
+
+    /// The largest difference of two elements; NaN when one is NaN.
+    static double apart(Q const& a, Q const& b) {
+        double worst = 0;
+        for (int i = 0; i < 4; ++i) {
+            double const d = std::abs(double(a[i]) - double(b[i]));
+            worst = d <= worst ? worst : d;
+        }
+        return worst;
+    }
+    static bool isNaN(Q const& a) {
+        return std::isnan(a[0]) && std::isnan(a[1]) && std::isnan(a[2]) && std::isnan(a[3]);
+    }
+};
+
+template <class> class AnyQuat : public testing::Test {};
+
+struct Names {
+    template <class Q> static std::string GetName(int) { return std::is_same_v<Q, Quat> ? "Quat" : "DQuat"; }
+};
+
+} // namespace
+
+using Both = testing::Types<DQuat, Quat>;
+TYPED_TEST_SUITE(AnyQuat, Both, Names);
+
+TYPED_TEST(AnyQuat, KeepsItsElementsInOrder) {
+    using Q = TypeParam;
+    Q fresh;
+    EXPECT_EQ(fresh, Q(0, 0, 1, 0));
+    EXPECT_TRUE(fresh.Z() == 1 && fresh.W() == 0);
+    EXPECT_TRUE(Q::IDENTITY == Q(1, 0, 0, 0) && Q::ZERO == Q(0, 0, 0, 0) && fresh != Q::IDENTITY);
+    EXPECT_TRUE(Q::ms_iNext[0] == 1 && Q::ms_iNext[1] == 2 && Q::ms_iNext[2] == 0);
+    fresh.X() = 5, fresh.Y() = 6, fresh[2] = 7, fresh.W() = 8;
+    Q const q = fresh;
+    typename Kit<Q>::T const* const elements = q;
+    EXPECT_TRUE(elements[0] == 5 && elements[1] == 6 && elements[2] == 7 && elements[3] == 8);
+    EXPECT_TRUE(q.X() == 5 && q.Y() == 6 && q.Z() == 7 && q.W() == 8 && q[3] == 8);
+    EXPECT_FALSE(Q(1, 2, 3, Kit<Q>::nan) == Q(1, 2, 3, Kit<Q>::nan));
+}
+
+TYPED_TEST(AnyQuat, CalculatesElementByElement) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    Q q(1, 2, 3, 4);
+    EXPECT_EQ(q + Q(5, 6, 7, 9), Q(6, 8, 10, 13));
+    EXPECT_EQ(q - Q(5, 6, 7, 9), Q(-4, -4, -4, -5));
+    EXPECT_EQ(T(2) * q, Q(2, 4, 6, 8));
+    EXPECT_TRUE(std::signbit((-Q::ZERO)[0]) && std::signbit((-Q::ZERO)[3]));
+    EXPECT_EQ(&(q += q), &q);
+    EXPECT_EQ(&(q *= 3), &q);
+    EXPECT_EQ(&(q -= Q(2, 4, 6, 8)), &q);
+    EXPECT_EQ(&(q /= 2), &q);
+    EXPECT_EQ(q, Q(2, 4, 6, 8));
+    // 1/49 in double and 1/41 in float are rounded down so far that the product misses 1 by half an epsilon.
+    T const missing = Kit<Q>::isFloat ? T(41) : T(49);
+    EXPECT_EQ((Q(missing, 0, 0, 0) / missing)[0], 1 - Kit<Q>::eps / 2);
+}
+
+TYPED_TEST(AnyQuat, DividedByZeroIsFilled) {
+    using Q = TypeParam;
+    Q const filled(100000000, 100000000, 100000000, 100000000);
+    Q q(1, Kit<Q>::nan, -3, 0);
+    EXPECT_EQ(q / 0, filled);
+    EXPECT_EQ(q / -0.0f, filled);
+    EXPECT_EQ(q /= 0, filled);
+    EXPECT_NE(Q::IDENTITY / std::numeric_limits<typename Kit<Q>::T>::min(), filled);
+}
+
+TYPED_TEST(AnyQuat, MultipliesAsHamiltonDoes) {
+    using Q = TypeParam;
+    EXPECT_EQ(Q(1, 2, 3, 4) * Q(5, 6, 7, 8), Q(-60, 12, 30, 24));
+    EXPECT_EQ(Q(0, 1, 0, 0) * Q(0, 0, 1, 0), Q(0, 0, 0, 1));
+    EXPECT_EQ(Q(1, 2, 3, 4).Dot(Q(5, 6, 7, 8)), 70);
+    EXPECT_EQ(Q(1, 2, 3, 4).Conjugate(), Q(1, -2, -3, -4));
+    // Beside B a single 1 is lost to rounding, so these sums show the order in which they are formed.
+    typename Kit<Q>::T const B = Kit<Q>::isFloat ? 33554432.0f : 18014398509481984.0f; // 2^25, 2^54
+    EXPECT_EQ(Q(B, -B, 1, 1) * Q(1, 1, -1, 1), Q(2 * B, 2, 0, 2 * B));
+    EXPECT_EQ(Q(B, -B, 1, 1).Dot(Q(1, 1, 1, 1)), 2);
+    EXPECT_EQ(Q(1, 1, B, -B).Dot(Q(1, 1, 1, 1)), 0);
+    EXPECT_FALSE(std::signbit(Q::ZERO.Dot(Q(-1, -1, -1, -1)))) << "sums start from 0";
+}
+
+TYPED_TEST(AnyQuat, InvertsAllButZero) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    Q const half = Q(2, 0, 0, 0).getInverse();
+    EXPECT_EQ(half, Q(0.5, 0, 0, 0));
+    EXPECT_TRUE(std::signbit(half[1]) && std::signbit(half[2]) && std::signbit(half[3]));
+    EXPECT_EQ(Q(1, -1, 1, -1).getInverse(), Q(0.25, 0.25, -0.25, 0.25));
+    EXPECT_EQ(Q::ZERO.getInverse(), Q::ZERO);
+    EXPECT_FALSE(std::signbit(Q::ZERO.getInverse()[1]));
+    T const root = std::sqrt(std::numeric_limits<T>::min()); // its square is the smallest normal number
+    EXPECT_EQ(Q(root, 0, 0, 0).getInverse()[0], 1 / root);
+    EXPECT_EQ(Q(root * Kit<Q>::eps, 0, 0, 0).getInverse(), Q::ZERO) << "the squares vanish";
+    EXPECT_EQ(Q(1, 0, 0, Kit<Q>::nan).getInverse(), Q::ZERO);
+}
+
+TYPED_TEST(AnyQuat, IsMadeOfAnAxisAsItIs) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    T const halfTurn = T(pi);
+    Q const q(Vector3<T>(0, 0, 2), halfTurn);
+    // The cosine of the half angle is what rounding pi leaves of a right angle.
+    EXPECT_EQ(q[0], Kit<Q>::isFloat ? T(-4.3711388e-8) : T(6.123233995736766e-17));
+    EXPECT_EQ(q[3], 2);
+    Q r;
+    r.FromAxisAngle(Vector3<T>(1, 2, -3),
+                    halfTurn / 3); // cosine and sine of 30 degrees, to one rounding each
+    EXPECT_LE(Kit<Q>::apart(r, Kit<Q>::make(std::sqrt(0.75), 0.5, 1, -1.5)), 2 * Kit<Q>::eps);
+}
+
+TYPED_TEST(AnyQuat, TellsAxisAndAngle) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    Vector3<T> axis(9, 9, 9);
+    T angle = 9;
+    Q::IDENTITY.ToAxisAngle(axis, angle);
+    EXPECT_TRUE(angle == 0 && axis == Vector3<T>(1, 0, 0));
+    Q(0.5, 0, 3, -4).ToAxisAngle(axis, angle); // the scalar part alone tells the angle
+    EXPECT_NEAR(angle, 2 * pi / 3, 2 * Kit<Q>::eps);
+    EXPECT_NEAR(axis.y, 0.6, Kit<Q>::eps);
+    EXPECT_NEAR(axis.z, -0.8, Kit<Q>::eps);
+    // The last vector part that counts as none, and the first that does not.
+    T y = T(1e-4);
+    while (double(y * y) > 1.0e-8) y = Kit<Q>::below(y);
+    while (double(Kit<Q>::above(y) * Kit<Q>::above(y)) <= 1.0e-8) y = Kit<Q>::above(y);
+    Q(1, 0, y, 0).ToAxisAngle(axis, angle);
+    EXPECT_EQ(axis, Vector3<T>(1, 0, 0));
+    Q(1, 0, Kit<Q>::above(y), 0).ToAxisAngle(axis, angle);
+    EXPECT_NEAR(axis.y, 1, Kit<Q>::eps);
+    Q(Kit<Q>::above(1), 1, 0, 0).ToAxisAngle(axis, angle);
+    EXPECT_TRUE(std::isnan(angle)) << "the arc cosine is not clamped";
+}
+
+TYPED_TEST(AnyQuat, HasLogarithmAndExponential) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    // exp(a n) = cos a + n sin a; element 0 is not looked at. Two functions and two products: 4 epsilon.
+    EXPECT_LE(Kit<Q>::apart(Kit<Q>::make(7, 0, 0, pi / 6).Exp(), Kit<Q>::onCircle(pi / 6)), 4 * Kit<Q>::eps);
+    EXPECT_LE(Kit<Q>::apart(Kit<Q>::onCircle(pi / 6).Log(), Kit<Q>::make(0, 0, 0, pi / 6)), 4 * Kit<Q>::eps);
+    EXPECT_EQ(Q(5, 0, 0, 0).Exp(), Q(1, 0, 0, 0));
+    // From a scalar part of 1 on the vector part stays; half an epsilon below -1, the angle is nearly pi.
+    EXPECT_EQ(Q(1, 2, 3, 4).Log(), Q(0, 2, 3, 4));
+    EXPECT_EQ(Q(-1, 2, 3, 4).Log(), Q(0, 2, 3, 4));
+    EXPECT_EQ(Q(Kit<Q>::nan, 2, 3, 4).Log(), Q(0, 2, 3, 4));
+    T const nearly = 1 - Kit<Q>::eps / 2;
+    double const sine = std::sqrt(double(Kit<Q>::eps)); // of the angle whose cosine is 1 - eps / 2
+    EXPECT_NEAR(Q(-nearly, 0, 0, 1).Log()[3] * sine / pi, 1, 2 * sine); // of an angle rounded near pi
+    EXPECT_NEAR(Q(nearly, 0, 0, 1).Log()[3], 1, sine);
+}
+
+TEST(DQuat, ExponentialDividesByNoTinySine) {
+    // At the double nearest to pi the sine is 1.2e-16. Then at both sides of 1e-8.
+    EXPECT_EQ(DQuat(0, 0, pi, 0).Exp()[2], pi);
+    EXPECT_EQ(DQuat(0, 0, pi - 0.99e-8, 0).Exp()[2], pi - 0.99e-8);
+    EXPECT_NEAR(DQuat(0, 0, pi - 1.01e-8, 0).Exp()[2], 1.01e-8, 1e-15); // pi - 1e-8 is known to 4e-16
+}
+
+TEST(Quat, ExponentialComparesTheNarrowedSineInDouble) {
+    EXPECT_NEAR(Quat(0, 0, 3.1415927f, 0).Exp()[2], -8.7422777e-8, 1e-14); // no float is nearer to pi
+    // For tiny angles both forms agree; the nearest float to 1e-8 lies below it and must not be lost either.
+    EXPECT_EQ(Quat(0, 0, 1e-8f, 0).Exp(), Quat(1, 0, 1e-8f, 0));
+}
+
+TYPED_TEST(AnyQuat, InterpolatesAlongTheArc) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    double const degree = pi / 180;
+    auto const at = [&](double degrees) { return Kit<Q>::onCircle(degrees * degree); };
+    // All points lie on one great circle, at angles in proportion to t. The sine of the arc divides what the
+    // arc cosine and two sines have rounded: 8 epsilon.
+    T const few = 8 * Kit<Q>::eps;
+    EXPECT_LE(Kit<Q>::apart(Q::Slerp(T(0.25), at(0), at(60)), at(15)), few);
+    EXPECT_LE(Kit<Q>::apart(Q::Slerp(1, at(0), at(60)), at(60)), few);
+    EXPECT_LE(Kit<Q>::apart(Q::Slerp(2, at(10), at(60)), at(110)), few);
+    // A negative product is not turned round: to -q leads the long way, here backwards through -82.5 degrees.
+    EXPECT_LE(Kit<Q>::apart(Q::Slerp(T(0.5), at(0), -at(15)), at(-82.5)), 4 * few);
+    // Half turns on the way, forwards and backwards.
+    EXPECT_LE(Kit<Q>::apart(Q::SlerpExtraSpins(T(0.5), at(0), at(45), 0), at(22.5)), few);
+    EXPECT_LE(Kit<Q>::apart(Q::SlerpExtraSpins(T(0.5), at(0), at(45), 1), at(112.5)), few);
+    EXPECT_LE(Kit<Q>::apart(Q::SlerpExtraSpins(T(0.25), at(0), at(45), -2), at(11.25 - 90)), few);
+}
+
+TYPED_TEST(AnyQuat, InterpolatesBetweenLikesAndBeyondOne) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    T const eps = Kit<Q>::eps, tiny = T(1e-9), t = T(0.25);
+    // A unit quaternion and itself, however its product is rounded; and the last and first beyond the grace.
+    int beyond = 0;
+    everyTurn([&](Plain const&, std::array<double, 4> const& e) {
+        Q const q = Kit<Q>::make(e);
+        beyond += q.Dot(q) > 1;
+        ASSERT_TRUE(Q::Slerp(t, q, q) == q && Q::SlerpExtraSpins(t, q, q, 3) == q);
+    });
+    EXPECT_GT(beyond, 100);
+    EXPECT_EQ(Q::Slerp(t, Q(1 + 2 * eps, 0, 0, 0), Q(1 + 2 * eps, 0, 0, 0))[0], 1 + 2 * eps);
+    EXPECT_TRUE(Kit<Q>::isNaN(Q::Slerp(t, Q(1 + 3 * eps, 0, 0, 0), Q(1 + 3 * eps, 0, 0, 0))));
+    // Two that differ: a product of 1 is no angle and gives p; just below the angle counts, just above is
+    // NaN.
+    EXPECT_EQ(Q::Slerp(1, Q(1, 0, 0, 0), Q(1, tiny, 0, 0)), Q(1, 0, 0, 0));
+    EXPECT_EQ(Q::SlerpExtraSpins(1, Q(1, 0, 0, 0), Q(1, tiny, 0, 0), 1), Q(1, 0, 0, 0));
+    EXPECT_NEAR(Q::Slerp(1, Q(1, 0, 0, 0), Q(1 - eps / 2, tiny, 0, 0))[1] / tiny, 1, 2 * eps);
+    EXPECT_TRUE(Kit<Q>::isNaN(Q::Slerp(t, Q(1, 0, 0, 0), Q(1 + eps, 0, 0, 0))));
+    EXPECT_TRUE(Kit<Q>::isNaN(Q::SlerpExtraSpins(t, Q(1, 0, 0, 0), Q(-1 - eps, 0, 0, 0), 0)));
+}
+
+TYPED_TEST(AnyQuat, PassesControlPoints) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    // b = i, a = b exp(0.6 i), c = b exp(0.8 j): the inner point is b exp(-0.15 i - 0.2 j), whose angle is
+    // 0.25.
+    Q const b(0, 1, 0, 0);
+    Q const a = b * Kit<Q>::make(std::cos(0.6), std::sin(0.6), 0, 0);
+    Q const c = b * Kit<Q>::make(std::cos(0.8), 0, std::sin(0.8), 0);
+    Q const inner = Kit<Q>::make(0.6 * std::sin(0.25), std::cos(0.25), 0, -0.8 * std::sin(0.25));
+    EXPECT_LE(Kit<Q>::apart(Q::GetIntermediate(a, b, c), inner), 4 * Kit<Q>::eps);
+    // On one circle arcs are numbers: 2 t (1 - t) = 3/8 of the way from 1/4 between p and q to 1/4 between a
+    // and b.
+    auto const at = [](double arc) { return Kit<Q>::onCircle(arc); };
+    double const outer = 0.1 + 0.25 * 0.6, other = 0.5 + 0.25 * 0.8;
+    EXPECT_LE(Kit<Q>::apart(Q::Squad(T(0.25), at(0.1), at(0.5), at(1.3), at(0.7)),
+                            at(outer + 0.375 * (other - outer))),
+              16 * Kit<Q>::eps); // three interpolations
+}
+
+TEST(Quat, IsOrderedByWholeBitPatterns) {
+    EXPECT_GT(Quat(-1, 0, 0, 0), Quat(1, 0, 0, 0));
+    EXPECT_GT(Quat(-0.0f, 0, 0, 0), Quat(9, 0, 0, 0));
+    EXPECT_EQ(Quat(1, 2, 3, 4).CompareArrays(Quat(1, 2, 4, 3)), -1);
+    EXPECT_EQ(Quat(1, 2, 3, 5).CompareArrays(Quat(1, 2, 3, 4)), 1);
+    EXPECT_EQ(Quat(std::nanf(""), 0, 0, 0).CompareArrays(Quat(std::nanf(""), 0, 0, 0)), 0);
+}
+
+TEST(DQuat, IsOrderedByTheLowHalvesOfBitPatterns) {
+    double const next = std::nextafter(1.0, 2.0); // its low half is 1, that of any small integer 0
+    EXPECT_EQ(DQuat(1, 2, -3, 4).CompareArrays(DQuat(5, 6, 7, 8)), 0);
+    EXPECT_GT(DQuat(next, 0, 0, 0), DQuat(1024, 0, 0, 0));
+    EXPECT_GT(DQuat(std::nextafter(1.0, 0.0), 0, 0, 0), DQuat(next, 0, 0, 0)); // 0xFFFFFFFF, unsigned
+    EXPECT_EQ(DQuat(0, next, 0, 0).CompareArrays(DQuat(0, 1, next, next)), 1)
+        << "the first difference counts";
+}
+
+TYPED_TEST(AnyQuat, ComparesWithSixOperators) {
+    using Q = TypeParam;
+    Q const low(1, 0, 0, 0), high(Kit<Q>::above(1), 0, 0, 0), like(1, 0, 0, 0);
+    EXPECT_TRUE(low < high && low <= high && !(low > high) && !(low >= high));
+    EXPECT_TRUE(!(high < low) && !(high <= low) && high > low && high >= low);
+    EXPECT_TRUE(!(low < like) && low <= like && !(low > like) && low >= like && low == like && low != high);
+}
+
+TEST(Matrices, OfAQuarterTurnShowWhoTransposes) {
+    // About z, for column vectors: x goes to y, so row 1 begins with 1.
+    Plain const turn = {{{0, -1, 0}, {1, 0, 0}, {0, 0, 1}}};
+    double const r = std::sqrt(0.5);
+    Matrix3<double> m;
+    Matrix4<double> placement;
+    std::fill_n(placement.data(), 16, 7);
+    DQuat(r, 0, 0, r).QuatToMatrix(&m);
+    EXPECT_LE(distance(m, turn, false), 1e-15);
+    DQuat(0, 0, r, r).QuatToMatrix(&placement);
+    EXPECT_LE(distance(placement, turn, true), 1e-15);
+    for (int kept : {3, 7, 11, 12, 13, 14, 15}) EXPECT_EQ(placement.data()[kept], 7);
+    Quat(float(r), 0, 0, float(r)).QuatToMatrix(&m);
+    EXPECT_LE(distance(m, turn, true), 1e-7);
+    EXPECT_NE(m(0, 1), double(float(m(0, 1)))) << "calculated in double from the float elements";
+    // The row vector x times the first matrix comes out at -y: the turn backwards.
+    Vector3<double> const v = DQuat(r, 0, 0, r) * Vector3<double>(1, 0, 5);
+    EXPECT_NEAR(v.y, -1, 1e-15);
+    EXPECT_NEAR(v.z, 5, 1e-15);
+}
+
+TYPED_TEST(AnyQuat, TurnsAsPlainMatricesDo) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    // Elements up to 1, each of three products of rounded elements: 8 epsilon; back through a root, 16.
+    T const few = 8 * Kit<Q>::eps, more = 16 * Kit<Q>::eps;
+    Plain before = turnAbout(0, 0);
+    Q product = Q::IDENTITY;
+    everyTurn([&](Plain const& r, std::array<double, 4> const& e) {
+        Q const first = Kit<Q>::make(e), last = Kit<Q>::make(e[1], e[2], e[3], e[0]);
+        Q const sign = first * T(first[0] < 0 ? -1 : 1);
+        Matrix4<T> placement;
+        Matrix3<double> m, columns = filled<Matrix3<double>>(r, false);
+        last.QuatToMatrix(&placement);
+        first.QuatToMatrix(&m);
+        ASSERT_LE(distance(placement, r, true), few);
+        ASSERT_LE(distance(m, r, Kit<Q>::isFloat), few);
+        Q const back(&placement), read(&columns);
+        ASSERT_LE(std::fmin(Kit<Q>::apart(back, last), Kit<Q>::apart(-back, last)), more);
+        ASSERT_LE(std::fmin(Kit<Q>::apart(read, first), Kit<Q>::apart(-read, first)), more);
+        Q again;
+        again.FromRotationMatrix(filled<Matrix3<T>>(r, false));
+        ASSERT_LE(Kit<Q>::apart(again, read), more);
+        // The product of two turns is the product of their matrices.
+        (first * product).QuatToMatrix(&m);
+        ASSERT_LE(distance(m, r * before, Kit<Q>::isFloat), 2 * more);
+        product = first, before = r;
+        // Log and Exp undo each other, as do an axis with its angle; near a half turn the sine is small.
+        if (sign[0] > T(0.01) && sign[0] < T(0.9)) {
+            Vector3<T> axis;
+            T angle;
+            sign.ToAxisAngle(axis, angle);
+            ASSERT_LE(Kit<Q>::apart(sign.Log().Exp(), sign), more);
+            ASSERT_LE(Kit<Q>::apart(Q(axis, angle), sign), more);
+        }
+    });
+}
+
+TEST(DQuat, TurnsVectorsBackwards) {
+    everyTurn([](Plain const& r, std::array<double, 4> const& e) {
+        Vector3<double> const v = DQuat(e[0], e[1], e[2], e[3]) * Vector3<double>(1, 2, -3);
+        for (int j = 0; j < 3; ++j)
+            ASSERT_NEAR(v[j], r.e[0][j] + 2 * r.e[1][j] - 3 * r.e[2][j], 1e-14); // six times 8 epsilon
+    });
+}
+
+TYPED_TEST(AnyQuat, FindsThePivotOfHalfTurns) {
+    using Q = TypeParam;
+    auto const fromColumns = [](Plain const& r) {
+        Matrix3<double> m = filled<Matrix3<double>>(r, false);
+        return Q(&m);
+    };
+    // Half turns about x, y, z, then about diagonals where two or three of the largest elements tie: the
+    // pivot comes out positive, and of those that tie it is the lowest.
+    double const s = std::sqrt(0.5), third = 1.0 / 3;
+    struct {
+        Plain r;
+        Q expected;
+    } const cases[] = {
+        {{{{1, 0, 0}, {0, -1, 0}, {0, 0, -1}}}, Q(0, 1, 0, 0)},
+        {{{{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}}}, Q(0, 0, 1, 0)},
+        {{{{-1, 0, 0}, {0, -1, 0}, {0, 0, 1}}}, Q(0, 0, 0, 1)},
+        {{{{0, -1, 0}, {-1, 0, 0}, {0, 0, -1}}}, Kit<Q>::make(0, s, -s, 0)},
+        {{{{0, 0, -1}, {0, -1, 0}, {-1, 0, 0}}}, Kit<Q>::make(0, s, 0, -s)},
+        {{{{-1, 0, 0}, {0, 0, -1}, {0, -1, 0}}}, Kit<Q>::make(0, 0, s, -s)},
+        {{{{-third, -2 * third, 2 * third},
+           {-2 * third, -third, -2 * third},
+           {2 * third, -2 * third, -third}}},
+         Kit<Q>::make(0, std::sqrt(third), -std::sqrt(third), std::sqrt(third))},
+    };
+    for (auto const& c : cases) {
+        Q const q = fromColumns(c.r);
+        EXPECT_LE(Kit<Q>::apart(q, c.expected), Kit<Q>::eps) << q[0] << q[1] << q[2] << q[3];
+        Matrix4<typename Kit<Q>::T> placement = filled<Matrix4<typename Kit<Q>::T>>(c.r, true);
+        Q const last(&placement);
+        EXPECT_LE(Kit<Q>::apart(Q(last[3], last[0], last[1], last[2]), c.expected), Kit<Q>::eps);
+    }
+}
+
+TYPED_TEST(AnyQuat, BranchesWhereTheTraceIsZero) {
+    using Q = TypeParam;
+    // A third of a turn backwards about (1, 1, 1): with a trace of 0 the pivot x is positive, above it w is.
+    Plain r = {{{0, 1, 0}, {0, 0, 1}, {1, 0, 0}}};
+    auto const read = [&](double corner) {
+        r.e[0][0] = corner;
+        Matrix3<double> m = filled<Matrix3<double>>(r, false);
+        return Q(&m);
+    };
+    EXPECT_EQ(read(0), Q(-0.5, 0.5, 0.5, 0.5));
+    EXPECT_LE(Kit<Q>::apart(read(1e-30), Q(0.5, -0.5, -0.5, -0.5)), Kit<Q>::eps);
+    // The trace is narrowed before it is looked at: one too small for a float is 0.
+    EXPECT_GT(read(1e-50)[0] * (Kit<Q>::isFloat ? -1 : 1), 0);
+}
+
+TEST(Quat, ComparesDiagonalsInDouble) {
+    // The second diagonal element is larger by less than a float shows, and still the pivot.
+    Matrix3<double> m =
+        filled<Matrix3<double>>({{{-0.25, -1, 0}, {-1, -0.25 + 1e-12, 0}, {0, 0, -0.5}}}, false);
+    EXPECT_GT(Quat(&m)[2], 0);
+    EXPECT_LT(Quat(&m)[1], 0);
+}

@@ -1,0 +1,76 @@
+// Turns: plain 3x3 matrices for column vectors, made of elementary turns and the textbook product alone, to
+// hold the library's conversions against.
+//     Plain r = turnAbout(2, a) * turnAbout(0, b);         // about x first
+// And seeded sweeps: everyTurn calls back with ten thousand turns, each as such a matrix and as (w, x, y, z).
+#ifndef MRCOMMON_TESTS_MATH_TURNS_H
+#define MRCOMMON_TESTS_MATH_TURNS_H
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+struct Plain {
+    double e[3][3] = {};
+};
+
+inline Plain operator*(Plain const& a, Plain const& b) {
+    Plain c;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            for (int k = 0; k < 3; ++k) c.e[i][j] += a.e[i][k] * b.e[k][j];
+    return c;
+}
+
+inline Plain turnAbout(int axis, double angle) {
+    int const next = (axis + 1) % 3, last = (axis + 2) % 3;
+    Plain r;
+    r.e[axis][axis] = 1;
+    r.e[next][next] = r.e[last][last] = std::cos(angle);
+    r.e[last][next] = std::sin(angle);
+    r.e[next][last] = -std::sin(angle);
+    return r;
+}
+
+/// A matrix of the library, filled with `r` or with its transpose.
+template <class M> M filled(Plain const& r, bool transposed) {
+    M m;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            m(i, j) = static_cast<std::decay_t<decltype(m(0, 0))>>(transposed ? r.e[j][i] : r.e[i][j]);
+    return m;
+}
+
+/// The largest difference between an element of `m` and of `r`, or of its transpose.
+template <class M> double distance(M const& m, Plain const& r, bool transposed) {
+    double worst = 0;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            worst = std::fmax(worst, std::abs(m(i, j) - (transposed ? r.e[j][i] : r.e[i][j])));
+    return worst;
+}
+
+class Uniform {
+public:
+    double operator()(double low, double high) {
+        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+        return low + (high - low) * static_cast<double>(state_ >> 40) / 16777216.0;
+    }
+
+private:
+    std::uint64_t state_ = 1970;
+};
+
+/// A turn by c about z, then b about x, then a about z. Its quaternion is worked out from the half angles:
+/// z x z by cos(b/2) cos((a+c)/2), sin(b/2) cos((a-c)/2), sin(b/2) sin((a-c)/2), cos(b/2) sin((a+c)/2).
+template <class Visit> void everyTurn(Visit const& visit) {
+    Uniform uniform;
+    for (int i = 0; i < 10000; ++i) {
+        double const a = uniform(-3.14, 3.14), b = uniform(0, 3.14), c = uniform(-3.14, 3.14);
+        std::array<double, 4> const wxyz = {
+            std::cos(b / 2) * std::cos((a + c) / 2), std::sin(b / 2) * std::cos((a - c) / 2),
+            std::sin(b / 2) * std::sin((a - c) / 2), std::cos(b / 2) * std::sin((a + c) / 2)};
+        visit(turnAbout(2, a) * turnAbout(0, b) * turnAbout(2, c), wxyz);
+    }
+}
+
+#endif
