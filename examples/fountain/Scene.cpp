@@ -47,7 +47,7 @@ Property makeProperty(std::string const& className, std::string const& name) {
     return named;
 }
 
-Properties readScene(std::string const& path) {
+Properties readScene(std::string const& path, std::function<void(quarn::Ppty const&)> const& seen) {
     std::ifstream file(path);
     if (!file) throw FileError(path, std::strerror(errno));
     Properties properties;
@@ -57,6 +57,7 @@ Properties readScene(std::string const& path) {
         if (text.empty() || text.front() == '#') continue;
         try {
             properties.push_back(propertyOf(text));
+            seen(*properties.back());
         } catch (std::invalid_argument const& error) {
             throw FileError(path, number, error.what());
         }

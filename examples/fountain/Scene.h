@@ -7,6 +7,7 @@
 
 #include <MRCommon/properties/Ppty.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -27,8 +28,17 @@ public:
 /// knows no such property class.
 Property makeProperty(std::string const& className, std::string const& name);
 
-/// The properties in the order of the file. FileError for a file that cannot be read, and for the first line
-/// that is no property.
-Properties readScene(std::string const& path);
+/// The properties in the order of the file. FileError for a file that cannot be read, and for the first line that
+/// is no property. Each property is shown to `seen` before the next line is read: what it names, a plug-in say, can
+/// be there by then. std::invalid_argument from `seen` is told with file and line too.
+Properties readScene(std::string const& path, std::function<void(quarn::Ppty const&)> const& seen);
+
+/// The value of the property of this name. std::invalid_argument when the scene lacks it or it holds something else.
+template <class T> T const& valueOf(Properties const& scene, std::string const& name) {
+    for (Property const& property : scene)
+        if (property->getName() == name.c_str())
+            if (T const* const value = property->getVariantValue().as<T>()) return *value;
+    throw std::invalid_argument("the scene lacks the property " + name + ", or it is of another kind");
+}
 
 #endif

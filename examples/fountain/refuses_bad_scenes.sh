@@ -31,6 +31,15 @@ refuses 'the value lies outside its bounds (0, 0, 0) .. (1, 1, 1)' 'RangeVect3DP
 refuses 'the table has no choice "Huge"' 'PptyEnum size Huge Small=1 Big=2'
 refuses '"Small" is not of the form label=number' 'PptyEnum size Small Small'
 
+refuses 'the plug-in /none.so cannot be loaded' 'PptyFile plugIn /none.so'
+
+echo 'PptyInt particles 1' > "$folder/short.scene"
+message=$("$fountain" "$folder/short.scene" "$folder/out" 2>&1 >/dev/null)
+if [ $? -ne 2 ] || [ "$message" != 'the scene lacks the property frames, or it is of another kind' ] ||
+    [ -e "$folder/out" ]; then
+    echo "a scene without frames: $message"
+    failed=1
+fi
 message=$("$fountain" "$folder/none.scene" "$folder/out" 2>&1 >/dev/null)
 if [ $? -ne 2 ] || [ "$message" != "$folder/none.scene: No such file or directory" ]; then
     echo "a missing scene file: $message"
