@@ -29,24 +29,26 @@ public:
     QN_MetaClassBase(QN_MetaClassBase const&) = delete;
     QN_MetaClassBase& operator=(QN_MetaClassBase const&) = delete;
 
-    virtual ~QN_MetaClassBase(); // slots 0 and 1
+    virtual ~QN_MetaClassBase(); ///< slots 0 and 1
 
+    ///@{
     /// True when the class, or a registered class that it descends from, has this id or name.
-    virtual bool hasAncestor(unsigned long long const& id) const; // slot 2
-    virtual bool hasAncestor(QN_String const& name) const;        // slot 3
+    virtual bool hasAncestor(unsigned long long const& id) const; ///< slot 2
+    virtual bool hasAncestor(QN_String const& name) const;        ///< slot 3
+    ///@}
 
     /// The schema numbers of the class and of its registered ancestors, added up: it changes whenever the
     /// record of any of them does.
-    virtual unsigned int getGenealogyTreeSchema() const; // slot 4
+    virtual unsigned int getGenealogyTreeSchema() const; ///< slot 4
 
-    virtual unsigned long getClassSizeOf() const; // slot 5: bytes of an object; 0 here
-    virtual void* metaNew() const;                // slot 6: a new object, owned by the caller; null here
-    virtual void metaDelete(void*& object) const; // slot 7: gives it back and nulls it; nothing here
-    virtual RunTimeType runTimeType() const;      // slot 8: the last
+    virtual unsigned long getClassSizeOf() const; ///< slot 5: bytes of an object; 0 here
+    virtual void* metaNew() const;                ///< slot 6: a new object, owned by the caller; null here
+    virtual void metaDelete(void*& object) const; ///< slot 7: gives it back and nulls it; nothing here
+    virtual RunTimeType runTimeType() const;      ///< slot 8: the last
 
-    unsigned long long const& classId() const { return id_; }
-    QN_String const& className() const { return name_; }
-    unsigned int const& classSchema() const { return schema_; }
+    unsigned long long const& classId() const { return id_; }   ///< unique while the object lives
+    QN_String const& className() const { return name_; }        ///< as registered
+    unsigned int const& classSchema() const { return schema_; } ///< the version of the class's record
 
     /// Prints one line, name, id and schema, to the standard output.
     void printf() const;

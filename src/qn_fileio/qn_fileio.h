@@ -13,20 +13,27 @@
 
 #include <cstdio>
 
+///@{
+/// `count` integers, each four bytes, the most significant first.
 QN_FILEIO_API unsigned long ReadUInt(unsigned int* values, unsigned long count, std::FILE* file);
 QN_FILEIO_API unsigned long WriteUInt(unsigned int* values, unsigned long count, std::FILE* file);
 QN_FILEIO_API unsigned long ReadInt(int* values, unsigned long count, std::FILE* file);
 QN_FILEIO_API unsigned long WriteInt(int* values, unsigned long count, std::FILE* file);
+///@}
 
+///@{
 /// `count` elements of `elementSize` bytes, as they lie in memory.
 QN_FILEIO_API unsigned long ReadBuffer(void* buffer, unsigned long elementSize, unsigned long count,
                                        std::FILE* file);
 QN_FILEIO_API unsigned long WriteBuffer(void const* buffer, unsigned long elementSize, unsigned long count,
                                         std::FILE* file);
+///@}
 
+///@{
 /// The stream that a null FILE stands for; null at first and again after SetCurrentStream(nullptr).
 /// Borrowed: unset it before the FILE is closed.
 QN_FILEIO_API void SetCurrentStream(std::FILE* file);
 QN_FILEIO_API std::FILE* CurrentStream();
+///@}
 
 #endif

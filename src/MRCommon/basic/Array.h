@@ -14,7 +14,7 @@ namespace quarn {
 template <class T, class W = _Wa> class MRCOMMON_API Array : public ArrayCore<T, T, T*, QN_NO, QN_NO, W> {
 public:
     Array() noexcept = default;
-    Array(std::initializer_list<T> elements);
+    Array(std::initializer_list<T> elements); ///< copies, sized exactly
 };
 
 // ---------------------------------------------------------------------------

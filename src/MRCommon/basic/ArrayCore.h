@@ -26,23 +26,35 @@ template <class T, class Stored, class Pointer, class LockPolicy, class SharePol
 class MRCOMMON_API ArrayCore {
 public:
     ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
+    ///@{
+    /// A copy is sized exactly; std::bad_alloc leaves the target as it was. What was moved from holds nothing.
     ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
     ArrayCore(ArrayCore&& other) noexcept { swap(other); }
     ArrayCore& operator=(ArrayCore const& other);
     ArrayCore& operator=(ArrayCore&& other) noexcept;
+    ///@}
     ~ArrayCore() { delete[] data_; }
 
-    unsigned int size() const { return size_; }
-    unsigned int capacity() const { return capacity_; }
-    bool empty() const { return size_ == 0; }
-    Pointer data() { return data_; } ///< null when the capacity is 0
+    unsigned int size() const { return size_; }         ///< elements in use
+    unsigned int capacity() const { return capacity_; } ///< elements allocated, all of them constructed
+    bool empty() const { return size_ == 0; }           ///< whether the size is 0
+    ///@{
+    /// The first element; null when the capacity is 0.
+    Pointer data() { return data_; }
     T const* data() const { return data_; }
+    ///@}
+    ///@{
+    /// Element `index`, which is not tested.
     T& operator[](unsigned int index) { return data_[index]; }
     T const& operator[](unsigned int index) const { return data_[index]; }
+    ///@}
+    ///@{
+    /// For loops over the elements in use.
     Pointer begin() { return data_; }
     Pointer end() { return data_ + size_; }
     T const* begin() const { return data_; }
     T const* end() const { return data_ + size_; }
+    ///@}
 
     /// The one step through which every buffer is allocated: afterwards the capacity is exactly
     /// `newCapacity`. `keep` carries the elements over (moved, where they own something). The size is clamped

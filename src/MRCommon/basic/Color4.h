@@ -11,10 +11,13 @@ namespace quarn {
 
 template <class T> class MRCOMMON_API Color4 {
 public:
+    ///@{
+    /// Each usually from 0 to 1; nothing is clamped.
     T r = 0, g = 0, b = 0, a = 1;
+    ///@}
 
     constexpr Color4() = default;
-    constexpr Color4(T r_, T g_, T b_, T a_) : r(r_), g(g_), b(b_), a(a_) {}
+    constexpr Color4(T r_, T g_, T b_, T a_) : r(r_), g(g_), b(b_), a(a_) {} ///< red, green, blue, opacity
 
     friend constexpr bool operator==(Color4 const& p, Color4 const& q) {
         return p.r == q.r && p.g == q.g && p.b == q.b && p.a == q.a;

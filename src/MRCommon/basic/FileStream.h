@@ -16,14 +16,14 @@ namespace quarn {
 
 class MRCOMMON_API FileStream {
 public:
-    virtual ~FileStream(); // slots 0 and 1
+    virtual ~FileStream(); ///< slots 0 and 1
 
     /// Transfers up to `byteCount` bytes and returns how many; what was not delivered keeps what it held.
     /// Without a FILE nothing is transferred.
-    virtual std::size_t read(void* buffer, std::size_t byteCount);        // slot 2
-    virtual std::size_t write(void const* buffer, std::size_t byteCount); // slot 3
+    virtual std::size_t read(void* buffer, std::size_t byteCount);        ///< slot 2
+    virtual std::size_t write(void const* buffer, std::size_t byteCount); ///< slot 3
 
-    std::FILE* file() const { return file_; }
+    std::FILE* file() const { return file_; } ///< as it was given; null when there is none
 
     /// True once a transfer of the stream's own came up short, or while its FILE stands at its end or in
     /// error.
@@ -35,7 +35,7 @@ public:
     FileStream& operator=(FileStream const&) = delete;
 
 protected:
-    explicit FileStream(std::FILE* file) : file_(file) {}
+    explicit FileStream(std::FILE* file) : file_(file) {} ///< borrows the FILE, which may be null
 
 private:
     std::size_t moved(std::size_t transferred, std::size_t wanted);

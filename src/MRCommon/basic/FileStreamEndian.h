@@ -12,7 +12,7 @@ namespace quarn {
 
 class MRCOMMON_API FileStreamEndian : public FileStream {
 public:
-    explicit FileStreamEndian(std::FILE* file = nullptr);
+    explicit FileStreamEndian(std::FILE* file = nullptr); ///< borrows the FILE
     ~FileStreamEndian() override;
 };
 

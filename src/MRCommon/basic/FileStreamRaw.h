@@ -11,7 +11,7 @@ namespace quarn {
 
 class MRCOMMON_API FileStreamRaw : public FileStream {
 public:
-    explicit FileStreamRaw(std::FILE* file = nullptr);
+    explicit FileStreamRaw(std::FILE* file = nullptr); ///< borrows the FILE
     ~FileStreamRaw() override;
 };
 

@@ -55,17 +55,25 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
     constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER_X##X##_Y##Y##_Z##Z =                             \
         detail::grid::corner(detail::grid::X, detail::grid::Y, detail::grid::Z)
 
+///@{
+/// The bit of one neighbour; the letters tell its offset on each axis.
 GRID3_PLANE(n);
 GRID3_PLANE(o);
 GRID3_PLANE(p);
+///@}
 
+///@{
+/// The nine bits whose offset on one axis is the one that the letter tells.
 GRID3_SLICES(X, 0);
 GRID3_SLICES(Y, 1);
 GRID3_SLICES(Z, 2);
+///@}
 
-constexpr unsigned int GRID3_CONNECTION_MASK =
+constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
     GRID3_CONNECTION_MASK_Xn | GRID3_CONNECTION_MASK_Xo | GRID3_CONNECTION_MASK_Xp;
 
+///@{
+/// What the cell in a corner of a box is connected to: itself and the seven cells inwards.
 GRID3_CORNER(n, n, n);
 GRID3_CORNER(p, n, n);
 GRID3_CORNER(n, p, n);
@@ -74,6 +82,7 @@ GRID3_CORNER(n, n, p);
 GRID3_CORNER(p, n, p);
 GRID3_CORNER(n, p, p);
 GRID3_CORNER(p, p, p);
+///@}
 
 #undef GRID3_CORNER
 #undef GRID3_SLICES

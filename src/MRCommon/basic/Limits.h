@@ -18,15 +18,22 @@ template <class T> constexpr TupleN<4, T> fourTimes(T value) { return {{value, v
 
 } // namespace detail
 
-// The minima are the negated maxima, not the smallest positive numbers.
+/// In single precision. The minima are the negated maxima, not the smallest positive numbers.
 namespace constants::f {
+///@{
+/// The largest finite number, and the lowest, four times.
 constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
 constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
+///@}
 } // namespace constants::f
 
+/// In double precision, alike.
 namespace constants::d {
+///@{
+/// The largest finite number, and the lowest, four times.
 constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
 constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
+///@}
 } // namespace constants::d
 
 } // namespace quarn

@@ -19,7 +19,8 @@ namespace quarn {
 
 class MRCOMMON_API QN_String : public ArrayCore<char, char, char*, QN_NO, QN_NO, _Wa> {
 public:
-    QN_String() { setBytes("", 1); }
+    QN_String() { setBytes("", 1); } ///< the empty text: one NUL
+    /// A copy; `text` is not null.
     QN_String(char const* text) { setBytes(text, detail::containerSize(std::strlen(text) + 1)); }
 
     /// The text for C interfaces. An empty one where the bytes hold no terminator: a size of 0, a damaged

@@ -23,10 +23,13 @@ enum QN_PERMUTATION_XYZ : int {
 
 template <class T> class MRCOMMON_API Quaternion {
 public:
+    ///@{
+    /// The axis times the sine of half the angle, and its cosine.
     T x, y, z, w;
+    ///@}
 
-    Quaternion() = default; ///< unwritten
-    constexpr Quaternion(T x_, T y_, T z_, T w_) : x(x_), y(y_), z(z_), w(w_) {}
+    Quaternion() = default;                                                      ///< unwritten
+    constexpr Quaternion(T x_, T y_, T z_, T w_) : x(x_), y(y_), z(z_), w(w_) {} ///< unchecked
 
     /// The three Euler angles, in radians, of a quaternion of any length but 0, in the given axis order.
     /// An order outside 0..5 leaves `angles` unchanged. Defined in libMRCommon, for double.

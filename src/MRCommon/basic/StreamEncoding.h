@@ -22,13 +22,19 @@
 
 namespace quarn {
 
+/// The encodings one by one, for property kinds of a caller's own.
 namespace encoding {
 
+///@{
+/// One integer of 32 bits.
 inline void writeU32(FileStreamRaw& stream, unsigned int value) { stream.write(&value, sizeof value); }
 inline void writeU32(FileStreamEndian& stream, unsigned int value) { WriteUInt(&value, 1, stream.file()); }
 inline void writeI32(FileStreamRaw& stream, int value) { stream.write(&value, sizeof value); }
 inline void writeI32(FileStreamEndian& stream, int value) { WriteInt(&value, 1, stream.file()); }
+///@}
 
+///@{
+/// One integer of 32 bits; 0 where the file ends before it.
 inline unsigned int readU32(FileStreamRaw& stream) {
     unsigned int value = 0;
     stream.read(&value, sizeof value);
@@ -52,6 +58,7 @@ inline int readI32(FileStreamEndian& stream) {
     ReadInt(&value, 1, stream.file());
     return value;
 }
+///@}
 
 /// The elements of a string or of a list of plain values as one block; an empty one makes no call.
 template <class Stream, class List> void writeBlock(Stream& stream, List const& list) {
@@ -73,15 +80,18 @@ template <class Stream, class List> void readBlock(Stream& stream, List& list, u
     if (count != 0) stream.read(list.data(), count * sizeof(*list.data()));
 }
 
+/// One STR.
 template <class Stream> void writeStr(Stream& stream, QN_String const& text) {
     writeU32(stream, text.size());
     writeBlock(stream, text);
 }
 
+/// One STR, into the buffer of `text` when it has room.
 template <class Stream> void readStr(Stream& stream, QN_String& text) {
     readBlock(stream, text, readU32(stream));
 }
 
+/// One STRARRAY.
 template <class Stream> void writeStrArray(Stream& stream, Array<QN_String> const& list) {
     writeU32(stream, list.size());
     for (QN_String const& text : list) writeStr(stream, text);

@@ -4,8 +4,8 @@
 
 namespace quarn {
 
-constexpr unsigned int triangleFlags_OBTUSE = 1;
-constexpr unsigned int triangleFlags_2SIDED = 2;
+constexpr unsigned int triangleFlags_OBTUSE = 1; ///< one angle above 90 degrees
+constexpr unsigned int triangleFlags_2SIDED = 2; ///< both faces count
 
 } // namespace quarn
 

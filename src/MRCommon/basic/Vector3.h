@@ -13,15 +13,22 @@ namespace quarn {
 
 template <class T> class MRCOMMON_API Vector3 {
 public:
+    ///@{
+    /// In the units of whoever holds it.
     T x, y, z;
+    ///@}
 
     Vector3() = default;
-    constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {}
+    constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {} ///< unchecked
 
+    ///@{
     /// Component 0, 1 or 2. Another index is a caller's error.
     constexpr T& operator[](int i) { return i == 0 ? x : i == 1 ? y : z; }
     constexpr T const& operator[](int i) const { return i == 0 ? x : i == 1 ? y : z; }
+    ///@}
 
+    ///@{
+    /// Component by component; a factor scales all three.
     constexpr Vector3 operator+(Vector3 const& b) const { return {x + b.x, y + b.y, z + b.z}; }
     constexpr Vector3 operator-(Vector3 const& b) const { return {x - b.x, y - b.y, z - b.z}; }
     constexpr Vector3 operator-() const { return {-x, -y, -z}; }
@@ -30,12 +37,14 @@ public:
     constexpr Vector3& operator-=(Vector3 const& b) { return *this = *this - b; }
     constexpr Vector3& operator*=(T s) { return *this = *this * s; }
     friend constexpr Vector3 operator*(T s, Vector3 const& v) { return v * s; }
+    ///@}
 
-    constexpr T dot(Vector3 const& b) const { return x * b.x + y * b.y + z * b.z; }
+    constexpr T dot(Vector3 const& b) const { return x * b.x + y * b.y + z * b.z; } ///< the scalar product
+    /// The vector product: at right angles to both, by the right hand.
     constexpr Vector3 cross(Vector3 const& b) const {
         return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x};
     }
-    T length() const { return std::sqrt(dot(*this)); }
+    T length() const { return std::sqrt(dot(*this)); } ///< the Euclidean norm
 
     friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) {
         return a.x == b.x && a.y == b.y && a.z == b.z;

@@ -27,22 +27,30 @@ public:
     static int const ms_iNext[3]; ///< {1, 2, 0}: the axis after each axis, cyclically
 
     constexpr DQuat() : DQuat(0, 0, 1, 0) {} ///< Meant: (0, 0, 1, 0), neither IDENTITY nor ZERO.
+    /// The elements 0 to 3 as they are.
     constexpr DQuat(double e0, double e1, double e2, double e3) : elements_{e0, e1, e2, e3} {}
-    DQuat(quarn::Vector3<double> const& axis, double angle);
-    explicit DQuat(quarn::Matrix3<double>* m); ///< as FromRotationMatrix
-    explicit DQuat(quarn::Matrix4<double>* m); ///< undoes QuatToMatrix(Matrix4<double>*)
+    DQuat(quarn::Vector3<double> const& axis, double angle); ///< as FromAxisAngle
+    explicit DQuat(quarn::Matrix3<double>* m);               ///< as FromRotationMatrix
+    explicit DQuat(quarn::Matrix4<double>* m);               ///< undoes QuatToMatrix(Matrix4<double>*)
 
     /// The turn by `angle` radians about `axis`, which is taken as given: its length stays in the elements.
     void FromAxisAngle(quarn::Vector3<double> const& axis, double angle);
     /// Undoes QuatToMatrix(Matrix3<double>*). A matrix of no rotation may give infinities.
     void FromRotationMatrix(quarn::Matrix3<double> const& m);
 
+    ///@{
+    /// Element 0 to 3; another index is a caller's error.
     constexpr double operator[](int i) const { return elements_[i]; }
     constexpr double& operator[](int i) { return elements_[i]; }
+    ///@}
+    ///@{
+    /// The four elements side by side, for interfaces that take an array.
     constexpr operator double*() { return elements_; }
     constexpr operator double const*() const { return elements_; }
+    ///@}
 
-    // Meant: the accessors name the elements 0 to 3, so W() is not the scalar part of the algebra.
+    ///@{
+    /// Meant: the accessors name the elements 0 to 3, so W() is not the scalar part of the algebra.
     constexpr double X() const { return elements_[0]; }
     constexpr double Y() const { return elements_[1]; }
     constexpr double Z() const { return elements_[2]; }
@@ -51,37 +59,51 @@ public:
     constexpr double& Y() { return elements_[1]; }
     constexpr double& Z() { return elements_[2]; }
     constexpr double& W() { return elements_[3]; }
+    ///@}
 
+    ///@{
+    /// Element by element.
     DQuat operator+(DQuat const& b) const { return quarn::detail::sum(*this, b); }
     DQuat operator-(DQuat const& b) const { return quarn::detail::difference(*this, b); }
     DQuat operator-() const { return {-elements_[0], -elements_[1], -elements_[2], -elements_[3]}; }
     DQuat operator*(double s) const { return quarn::detail::scaled(*this, s); }
+    ///@}
     DQuat operator/(double s) const { return quarn::detail::divided(*this, s); } ///< by 0: 1e8 four times
+    ///@{
+    /// Element by element.
     DQuat& operator+=(DQuat const& b) { return *this = *this + b; }
     DQuat& operator-=(DQuat const& b) { return *this = *this - b; }
     DQuat& operator*=(double s) { return *this = *this * s; }
+    ///@}
     DQuat& operator/=(double s) { return *this = *this / s; } ///< by 0: 1e8 four times
 
     /// The Hamilton product: on column vectors, the turn by `b` and then by this.
     DQuat operator*(DQuat const& b) const { return quarn::detail::product(*this, b); }
+    /// The sum of the products of like elements.
     double Dot(DQuat const& b) const { return quarn::detail::dot(*this, b); }
-    DQuat Conjugate() const { return quarn::detail::conjugate(*this); }
-    DQuat getInverse() const { return quarn::detail::inverse(*this); } ///< of ZERO: ZERO
+    DQuat Conjugate() const { return quarn::detail::conjugate(*this); } ///< the elements 1 to 3 negated
+    DQuat getInverse() const { return quarn::detail::inverse(*this); }  ///< of ZERO: ZERO
 
     /// The row vector v times the matrix of QuatToMatrix(Matrix3<double>*): v turned backwards. Meant.
     quarn::Vector3<double> operator*(quarn::Vector3<double> const& v) const;
 
-    bool operator==(DQuat const& b) const { return quarn::detail::equal(*this, b); } ///< as numbers
+    ///@{
+    /// Element by element, as numbers: 0 equals -0, NaN nothing.
+    bool operator==(DQuat const& b) const { return quarn::detail::equal(*this, b); }
     bool operator!=(DQuat const& b) const { return !(*this == b); }
+    ///@}
 
     /// -1, 0 or 1 by the first elements whose keys differ. The key of an element is the low half of its bit
     /// pattern: an order for containers, not of numbers. Meant. It may find 0 for quaternions that are
     /// not ==.
     int CompareArrays(DQuat const& b) const { return quarn::detail::compareKeys(*this, b, orderKey); }
+    ///@{
+    /// By CompareArrays.
     bool operator<(DQuat const& b) const { return CompareArrays(b) < 0; }
     bool operator<=(DQuat const& b) const { return CompareArrays(b) <= 0; }
     bool operator>(DQuat const& b) const { return CompareArrays(b) > 0; }
     bool operator>=(DQuat const& b) const { return CompareArrays(b) >= 0; }
+    ///@}
 
     /// The rotation matrix for column vectors, the scalar part in element 0. Nothing is normalised.
     void QuatToMatrix(quarn::Matrix3<double>* m) const;
@@ -113,7 +135,7 @@ private:
     double elements_[4];
 };
 
-inline DQuat operator*(double s, DQuat const& q) { return q * s; }
+inline DQuat operator*(double s, DQuat const& q) { return q * s; } ///< element by element
 
 static_assert(sizeof(DQuat) == 32 && std::is_trivially_copyable_v<DQuat> && std::is_standard_layout_v<DQuat>);
 

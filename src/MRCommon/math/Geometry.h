@@ -10,6 +10,7 @@
 #include <MRCommon/basic/Quaternion.h>
 #include <MRCommon/basic/Vector3.h>
 
+///@{
 /// The distance from p to the segment from a to b, or, without `clampToSegment`, to the endless line through
 /// both. `*t` receives where on it the closest point lies, 0 at a and 1 at b, and must be there; `closest`
 /// may be null. With a = b all three results are NaN.
@@ -17,6 +18,7 @@ MRCOMMON_API float minDist(quarn::Vector3<float> p, quarn::Vector3<float> a, qua
                            bool clampToSegment, float* t, quarn::Vector3<float>* closest);
 MRCOMMON_API double D_minDist(quarn::Vector3<double> p, quarn::Vector3<double> a, quarn::Vector3<double> b,
                               bool clampToSegment, double* t, quarn::Vector3<double>* closest);
+///@}
 
 /// The volume of the axis-aligned box around eight points in any order, coordinates within -1e9 and 1e9.
 MRCOMMON_API float computeBoxVolume(quarn::Vector3<float> const* corners);

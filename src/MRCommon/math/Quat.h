@@ -25,20 +25,29 @@ public:
     static int const ms_iNext[3]; ///< {1, 2, 0}: the axis after each axis, cyclically
 
     constexpr Quat() : Quat(0, 0, 1, 0) {} ///< Meant: (0, 0, 1, 0), neither IDENTITY nor ZERO.
+    /// The elements 0 to 3 as they are.
     constexpr Quat(float e0, float e1, float e2, float e3) : elements_{e0, e1, e2, e3} {}
-    Quat(quarn::Vector3<float> const& axis, float angle);
+    Quat(quarn::Vector3<float> const& axis, float angle); ///< as FromAxisAngle
     explicit Quat(quarn::Matrix3<double>* m); ///< for column vectors: what the Matrix3 form writes, inverted
     explicit Quat(quarn::Matrix4<float>* m);  ///< undoes QuatToMatrix(Matrix4<float>*)
 
+    /// Radians; the axis is taken as given.
     void FromAxisAngle(quarn::Vector3<float> const& axis, float angle);
     void FromRotationMatrix(quarn::Matrix3<float> const& m); ///< a matrix for column vectors
 
+    ///@{
+    /// Element 0 to 3; another index is a caller's error.
     constexpr float operator[](int i) const { return elements_[i]; }
     constexpr float& operator[](int i) { return elements_[i]; }
+    ///@}
+    ///@{
+    /// The four elements side by side, for interfaces that take an array.
     constexpr operator float*() { return elements_; }
     constexpr operator float const*() const { return elements_; }
+    ///@}
 
-    // Meant: the accessors name the elements 0 to 3, so W() is not the scalar part of the algebra.
+    ///@{
+    /// Meant: the accessors name the elements 0 to 3, so W() is not the scalar part of the algebra.
     constexpr float X() const { return elements_[0]; }
     constexpr float Y() const { return elements_[1]; }
     constexpr float Z() const { return elements_[2]; }
@@ -47,31 +56,46 @@ public:
     constexpr float& Y() { return elements_[1]; }
     constexpr float& Z() { return elements_[2]; }
     constexpr float& W() { return elements_[3]; }
+    ///@}
 
+    ///@{
+    /// Element by element.
     Quat operator+(Quat const& b) const { return quarn::detail::sum(*this, b); }
     Quat operator-(Quat const& b) const { return quarn::detail::difference(*this, b); }
     Quat operator-() const { return {-elements_[0], -elements_[1], -elements_[2], -elements_[3]}; }
     Quat operator*(float s) const { return quarn::detail::scaled(*this, s); }
+    ///@}
     Quat operator/(float s) const { return quarn::detail::divided(*this, s); } ///< by 0: 1e8 four times
+    ///@{
+    /// Element by element.
     Quat& operator+=(Quat const& b) { return *this = *this + b; }
     Quat& operator-=(Quat const& b) { return *this = *this - b; }
     Quat& operator*=(float s) { return *this = *this * s; }
+    ///@}
     Quat& operator/=(float s) { return *this = *this / s; } ///< by 0: 1e8 four times
 
+    /// The Hamilton product, as of DQuat.
     Quat operator*(Quat const& b) const { return quarn::detail::product(*this, b); }
+    /// The sum of the products of like elements.
     float Dot(Quat const& b) const { return quarn::detail::dot(*this, b); }
-    Quat Conjugate() const { return quarn::detail::conjugate(*this); }
-    Quat getInverse() const { return quarn::detail::inverse(*this); } ///< of ZERO: ZERO
+    Quat Conjugate() const { return quarn::detail::conjugate(*this); } ///< the elements 1 to 3 negated
+    Quat getInverse() const { return quarn::detail::inverse(*this); }  ///< of ZERO: ZERO
 
-    bool operator==(Quat const& b) const { return quarn::detail::equal(*this, b); } ///< as numbers
+    ///@{
+    /// Element by element, as numbers: 0 equals -0, NaN nothing.
+    bool operator==(Quat const& b) const { return quarn::detail::equal(*this, b); }
     bool operator!=(Quat const& b) const { return !(*this == b); }
+    ///@}
 
     /// -1, 0 or 1 by the first elements whose bit patterns differ, read as unsigned integers. Meant.
     int CompareArrays(Quat const& b) const { return quarn::detail::compareKeys(*this, b, orderKey); }
+    ///@{
+    /// By CompareArrays.
     bool operator<(Quat const& b) const { return CompareArrays(b) < 0; }
     bool operator<=(Quat const& b) const { return CompareArrays(b) <= 0; }
     bool operator>(Quat const& b) const { return CompareArrays(b) > 0; }
     bool operator>=(Quat const& b) const { return CompareArrays(b) >= 0; }
+    ///@}
 
     /// The rotation matrix for row vectors, calculated in double, the scalar part in element 0. Meant: it is
     /// the transpose of what DQuat writes and of what the constructor reads.
@@ -79,15 +103,22 @@ public:
     /// For row vectors too, the scalar part in element 3. Only the upper left 3x3 block is written.
     void QuatToMatrix(quarn::Matrix4<float>* m) const;
 
+    /// Angle in radians and unit axis, as of DQuat.
     void ToAxisAngle(quarn::Vector3<float>& axis, float& angle) const;
 
+    ///@{
+    /// As of DQuat.
     Quat Exp() const { return quarn::detail::exponential(*this); }
     Quat Log() const { return quarn::detail::logarithm(*this); }
+    ///@}
 
+    ///@{
+    /// As of DQuat, where each is described.
     static Quat Slerp(float t, Quat const& p, Quat const& q) { return quarn::detail::slerp(t, p, q); }
     static Quat SlerpExtraSpins(float t, Quat const& p, Quat const& q, int spins);
     static Quat GetIntermediate(Quat const& a, Quat const& b, Quat const& c);
     static Quat Squad(float t, Quat const& p, Quat const& a, Quat const& b, Quat const& q);
+    ///@}
 
 private:
     static std::uint32_t orderKey(float element);
@@ -95,7 +126,7 @@ private:
     float elements_[4];
 };
 
-inline Quat operator*(float s, Quat const& q) { return q * s; }
+inline Quat operator*(float s, Quat const& q) { return q * s; } ///< element by element
 
 static_assert(sizeof(Quat) == 16 && std::is_trivially_copyable_v<Quat> && std::is_standard_layout_v<Quat>);
 

@@ -9,6 +9,7 @@
 #include <MRCommon/basic/Quaternion.h>
 #include <MRCommon/basic/Vector3.h>
 
+///@{
 /// The row vector `axis` times the three rotation rows of `m`, each first brought to length 1, so that scale
 /// does not count; nor does the translation. A row shorter than about 1e-14 (float) or 1e-28 (double) is
 /// taken as it is.
@@ -16,6 +17,7 @@ MRCOMMON_API quarn::Vector3<float> TransformaEje(quarn::Matrix4<float> const& m,
                                                  quarn::Vector3<float> const& axis);
 MRCOMMON_API quarn::Vector3<double> TransformaEje(quarn::Matrix4<double> const& m,
                                                   quarn::Vector3<double> const& axis);
+///@}
 
 namespace quarn::matrix3tools {
 
@@ -24,6 +26,7 @@ namespace quarn::matrix3tools {
 /// animation", 1987.)
 template <class M, class T> MRCOMMON_API void getQuaternion_VERSION3(M const& m, Quaternion<T>& q);
 
+/// The one instance that libMRCommon holds.
 extern template MRCOMMON_API void getQuaternion_VERSION3<Matrix3<double>, double>(Matrix3<double> const& m,
                                                                                   Quaternion<double>& q);
 

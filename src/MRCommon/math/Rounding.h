@@ -22,9 +22,11 @@ template <class T> int rounded(T v) {
 
 } // namespace quarn::detail
 
+///@{
 /// Halves go up. Meant: below 0 this is not to nearest, -2.5 and -2.7 give -1. Held by
 /// Redondea.RoundsHalvesUpAndIsNotToNearestBelowZero.
 inline int Redondea(float v) { return quarn::detail::rounded(v); }
 inline int Redondea(double v) { return quarn::detail::rounded(v); }
+///@}
 
 #endif

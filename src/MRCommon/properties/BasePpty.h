@@ -13,21 +13,24 @@ namespace quarn {
 
 template <class T, unsigned int TypeCode> class MRCOMMON_API BasePpty : public Ppty {
 public:
-    ItemVariant const& getVariantValue() const override;
-    bool setValue(ItemVariant const& value) override;
-    unsigned int getType() const override;
+    ItemVariant const& getVariantValue() const override; ///< the property's own value, as it is now
+    bool setValue(ItemVariant const& value) override;    ///< as Ppty tells; true
+    unsigned int getType() const override;               ///< `TypeCode`
 
-    virtual T* getRefToValue();            // slot 18: the value itself; writing through it tests nothing
-    virtual bool setValue(T const& value); // slot 19: takes a copy; true
+    virtual T* getRefToValue();            ///< slot 18: the value itself; writing through it tests nothing
+    virtual bool setValue(T const& value); ///< slot 19: takes a copy; true
 
 protected:
-    explicit BasePpty(QN_String const& name); ///< with a fresh value
-    BasePpty(QN_String const& name, T const& value);
-    BasePpty(BasePpty const& other);
+    explicit BasePpty(QN_String const& name);        ///< with a fresh value
+    BasePpty(QN_String const& name, T const& value); ///< takes a copy
+    BasePpty(BasePpty const& other);                 ///< name and value
     ~BasePpty() override;
 
+    ///@{
+    /// The value, for the kinds themselves.
     T& value() { return *variant_.as<T>(); }
     T const& value() const { return *variant_.as<T>(); }
+    ///@}
 
 private:
     ItemVariant variant_;

@@ -32,9 +32,12 @@ public:
     QN_CLASS_IDENTITY
 
     BasicPpty(); ///< without a name, with a fresh value
+    ///@{
+    /// With a fresh value where none is given.
     explicit BasicPpty(QN_String const& name);
     explicit BasicPpty(QN_String const& name, T const& value);
-    BasicPpty(BasicPpty const& other);
+    ///@}
+    BasicPpty(BasicPpty const& other); ///< name and value
     ~BasicPpty() override;
 
     Ppty* clone() const override;
@@ -47,6 +50,8 @@ public:
     void writeTo(FileStreamRaw& stream) const override;
 };
 
+///@{
+/// One kind of the table above.
 using PptyInt = BasicPpty<int, Ppty::TYPE_INT>;
 using PptyInt64 = BasicPpty<long long, Ppty::TYPE_INT64>;
 using PptyFloat = BasicPpty<float, Ppty::TYPE_FLOAT>;
@@ -59,6 +64,7 @@ using PptyColor4F = BasicPpty<Color4<float>, Ppty::TYPE_COLOR4F>;
 using PptyColor4D = BasicPpty<Color4<double>, Ppty::TYPE_COLOR4D>;
 using PptyFile = BasicPpty<QN_String, Ppty::TYPE_FILE>;
 using PptyDirectory = BasicPpty<QN_String, Ppty::TYPE_DIRECTORY>;
+///@}
 
 #define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
     template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \

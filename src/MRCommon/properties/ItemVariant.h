@@ -25,6 +25,8 @@ namespace quarn {
 class MRCOMMON_API ItemVariant {
 public:
     ItemVariant() = default; ///< tag 0, no value
+    ///@{
+    /// Holds a copy, under the tag of its type; a long is kept as a long long, a C text as a QN_String.
     explicit ItemVariant(int value) : ItemVariant(own(value)) {}
     explicit ItemVariant(long value) : ItemVariant(static_cast<long long>(value)) {}
     explicit ItemVariant(long long value) : ItemVariant(own(value)) {}
@@ -39,35 +41,38 @@ public:
     explicit ItemVariant(Color4<double> const& value) : ItemVariant(own(value)) {}
     explicit ItemVariant(Array<QN_String> const& value);
     explicit ItemVariant(Tuple2<QN_String, int> const& value);
+    ///@}
 
     /// Holds a T as a fresh property does: 0, false, empty, opaque black; a vector's components are
     /// unwritten.
     template <class T> static ItemVariant fresh();
 
-    ItemVariant(ItemVariant const& other); ///< deep; copies are sized exactly
-    ItemVariant(ItemVariant&& other) noexcept { swap(other); }
-    ItemVariant& operator=(ItemVariant other) noexcept;
+    ItemVariant(ItemVariant const& other);                     ///< deep; copies are sized exactly
+    ItemVariant(ItemVariant&& other) noexcept { swap(other); } ///< leaves tag 0 behind
+    ItemVariant& operator=(ItemVariant other) noexcept;        ///< deep, or a move
 
-    virtual ~ItemVariant(); // slots 0 and 1
+    virtual ~ItemVariant(); ///< slots 0 and 1
 
     /// The tag as 4 bytes, then the value. An unknown tag is stored, with nothing read behind it. Meant for a
     /// variant without a value: one that it holds is not released.
-    virtual void readFrom(FileStreamRaw& stream); // slot 2
+    virtual void readFrom(FileStreamRaw& stream); ///< slot 2
 
     /// An unknown tag is written alone; a tag whose value was deleted as 0, so that readers stay in step.
-    virtual void writeTo(FileStreamRaw& stream) const; // slot 3
+    virtual void writeTo(FileStreamRaw& stream) const; ///< slot 3
 
     template <class Stream> void readFromT(Stream& stream); ///< what readFrom does; made for FileStreamRaw
     template <class Stream>
     void writeToT(Stream& stream) const; ///< what writeTo does; made for FileStreamRaw
 
-    unsigned int tag() const { return tag_; }
+    unsigned int tag() const { return tag_; } ///< the kind, by the table above
 
+    ///@{
     /// The value as a T; null when there is none or the tag does not fit. Two kinds are meant to fit more
     /// than their own tag: int also tag 12 (the index of the pair), QN_String also tag 12 (the label) and tag
     /// 11 (the list object itself, although it is no string: it is not to be read as one).
     template <class T> T* as();
     template <class T> T const* as() const { return const_cast<ItemVariant*>(this)->as<T>(); }
+    ///@}
 
     /// Frees the value. The tag stays: meant, whoever reads a value checks the pointer.
     void deleteValue();
@@ -97,12 +102,14 @@ template <class T> T* ItemVariant::as() {
     return tag_ == detail::variantTag<T> ? static_cast<T*>(value_) : nullptr;
 }
 
+/// An int, or the index of a pair.
 template <> inline int* ItemVariant::as<int>() {
     if (tag_ == detail::variantTag<int>) return static_cast<int*>(value_);
     auto* const pair = as<Tuple2<QN_String, int>>();
     return pair == nullptr ? nullptr : &pair->second;
 }
 
+/// A text, or the label of a pair; of a list the list object.
 template <> inline QN_String* ItemVariant::as<QN_String>() {
     switch (tag_) {
     case detail::variantTag<QN_String>:

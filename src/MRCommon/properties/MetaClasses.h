@@ -18,6 +18,8 @@ namespace quarn {
     extern template class QN_MetaClass<KIND>;                                                                \
     extern MRCOMMON_API QN_MetaClass<KIND> const metaClass_##KIND
 
+///@{
+/// Stands for the class whose name is behind the underscore; there until the process ends.
 QN_DECLARE_METACLASS(PptyInt);
 QN_DECLARE_METACLASS(PptyInt64);
 QN_DECLARE_METACLASS(PptyDouble);
@@ -38,6 +40,7 @@ QN_DECLARE_METACLASS(RFloatPpty);
 QN_DECLARE_METACLASS(RangeVect3FPpty);
 QN_DECLARE_METACLASS(RangeVect3DPpty);
 QN_DECLARE_METACLASS(PptyEnum);
+///@}
 
 #undef QN_DECLARE_METACLASS
 

@@ -45,32 +45,34 @@ public:
         TYPE_DIRECTORY = 20
     };
 
-    ~Ppty() override; // slots 6 and 7, behind the identity operations
+    ~Ppty() override; ///< slots 6 and 7, behind the identity operations
 
-    virtual Ppty* clone() const = 0;                                 // slot 8: owned by the caller
-    virtual Ppty* cloneWithNewName(QN_String const& name) const = 0; // slot 9: owned by the caller
-    virtual QN_String toStr() const = 0;                             // slot 10: the value as text
-    virtual ItemVariant const& getVariantValue() const = 0;          // slot 11: the value itself, no copy
+    virtual Ppty* clone() const = 0;                                 ///< slot 8: owned by the caller
+    virtual Ppty* cloneWithNewName(QN_String const& name) const = 0; ///< slot 9: owned by the caller
+    virtual QN_String toStr() const = 0;                             ///< slot 10: the value as text
+    virtual ItemVariant const& getVariantValue() const = 0;          ///< slot 11: the value itself, no copy
 
     /// Takes the value over; true, also where a variant of another kind leaves it as it is (a caller's
     /// error). No conversion is made and no bound is tested. PptyEnum has rules of its own.
-    virtual bool setValue(ItemVariant const& value) = 0; // slot 12
+    virtual bool setValue(ItemVariant const& value) = 0; ///< slot 12
 
-    virtual unsigned int getType() const; // slot 13: TYPE_NONE here
+    virtual unsigned int getType() const; ///< slot 13: TYPE_NONE here
 
+    ///@{
     /// The record. Reading reuses the buffers of the property and checks nothing: ask the stream's failed().
-    virtual void readFrom(FileStreamRaw& stream);         // slot 14
-    virtual void writeTo(FileStreamRaw& stream) const;    // slot 15
-    virtual void readFrom(FileStreamEndian& stream);      // slot 16
-    virtual void writeTo(FileStreamEndian& stream) const; // slot 17
+    virtual void readFrom(FileStreamRaw& stream);         ///< slot 14
+    virtual void writeTo(FileStreamRaw& stream) const;    ///< slot 15
+    virtual void readFrom(FileStreamEndian& stream);      ///< slot 16
+    virtual void writeTo(FileStreamEndian& stream) const; ///< slot 17
+    ///@}
 
-    QN_String const& getName() const { return name_; }
+    QN_String const& getName() const { return name_; } ///< as it was given or read
 
     Ppty& operator=(Ppty const&) = delete;
 
 protected:
-    explicit Ppty(QN_String const& name);
-    Ppty(Ppty const& other);
+    explicit Ppty(QN_String const& name); ///< takes a copy of the name
+    Ppty(Ppty const& other);              ///< the name alone
 
     /// Gives a fresh copy its new name: what every cloneWithNewName is made of.
     static Ppty* renamed(Ppty* copy, QN_String const& name);

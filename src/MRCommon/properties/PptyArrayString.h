@@ -16,10 +16,11 @@ class MRCOMMON_API PptyArrayString : public BasePpty<Array<QN_String>, Ppty::TYP
 public:
     QN_CLASS_IDENTITY
 
-    PptyArrayString(); ///< without a name, with an empty list
-    explicit PptyArrayString(QN_String const& name);
+    PptyArrayString();                               ///< without a name, with an empty list
+    explicit PptyArrayString(QN_String const& name); ///< an empty list
+    /// Takes a copy of the list.
     explicit PptyArrayString(QN_String const& name, Array<QN_String> const& value);
-    PptyArrayString(PptyArrayString const& other);
+    PptyArrayString(PptyArrayString const& other); ///< name and list
     ~PptyArrayString() override;
 
     Ppty* clone() const override;

@@ -29,9 +29,10 @@ public:
     QN_CLASS_IDENTITY
 
     PptyEnum(); ///< without a name, no choice: label empty, index -1, empty table
-    explicit PptyEnum(QN_String const& name);
+    explicit PptyEnum(QN_String const& name); ///< no choice, an empty table
+    /// Stores the pair as it is, with an empty table.
     explicit PptyEnum(QN_String const& name, Tuple2<QN_String, int> const& value);
-    PptyEnum(PptyEnum const& other);
+    PptyEnum(PptyEnum const& other); ///< name, value and table
     ~PptyEnum() override;
 
     Ppty* clone() const override;

@@ -13,13 +13,13 @@ namespace quarn {
 
 class MRCOMMON_API QN_Class {
 public:
-    virtual unsigned long long const& getClassId() const;         // slot 0
-    virtual QN_String const& getClassName() const;                // slot 1: the registered name
-    virtual unsigned int const& getClassSchema() const;           // slot 2: version of the record format
-    virtual bool hasAncestor(unsigned long long const& id) const; // slot 3: the class itself counts
-    virtual bool hasAncestor(QN_String const& name) const;        // slot 4
-    virtual void printfMeta() const;                              // slot 5: one line on the standard output
-    virtual ~QN_Class();                                          // slots 6 and 7
+    virtual unsigned long long const& getClassId() const;         ///< slot 0
+    virtual QN_String const& getClassName() const;                ///< slot 1: the registered name
+    virtual unsigned int const& getClassSchema() const;           ///< slot 2: version of the record format
+    virtual bool hasAncestor(unsigned long long const& id) const; ///< slot 3: the class itself counts
+    virtual bool hasAncestor(QN_String const& name) const;        ///< slot 4
+    virtual void printfMeta() const;                              ///< slot 5: one line on the standard output
+    virtual ~QN_Class();                                          ///< slots 6 and 7
 
     static QN_MetaClassBase const& metaClass(); ///< metaClass_QN_Class
 };

@@ -8,7 +8,7 @@ namespace quarn {
 
 class MRCOMMON_API QN_Enum {
 public:
-    virtual ~QN_Enum(); // slots 0 and 1
+    virtual ~QN_Enum(); ///< slots 0 and 1
 };
 
 } // namespace quarn

@@ -15,6 +15,7 @@ namespace quarn {
 
 template <class T> class MRCOMMON_API QN_MetaClass : public QN_MetaClassBase {
 public:
+    /// Registers T under this name; `schema` is the version of its record.
     QN_MetaClass(char const* name, unsigned int const& schema) : QN_MetaClassBase(name, schema) {}
     ~QN_MetaClass() override = default;
 

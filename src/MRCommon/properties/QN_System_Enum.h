@@ -21,7 +21,7 @@ public:
     QN_System_Enum& operator=(QN_System_Enum const&) = delete;
 
     /// Deletes the definitions in the order of their names. An entry is null by the time its definition goes.
-    virtual ~QN_System_Enum(); // slots 0 and 1: all
+    virtual ~QN_System_Enum(); ///< slots 0 and 1: all
 
     std::map<QN_String, QN_Enum*> enums; ///< owns what the pointers point to; null entries are allowed
 };

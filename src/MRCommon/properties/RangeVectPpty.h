@@ -13,15 +13,18 @@ namespace quarn {
 /// `T` is Vector3<float> or Vector3<double>.
 template <class T, unsigned int TypeCode> class MRCOMMON_API RangeVectPpty : public RangePpty<T, TypeCode> {
 public:
-    /// False, the value unchanged, where a component lies outside its bounds or is NaN.
     using RangePpty<T, TypeCode>::setValue;
+    /// False, the value unchanged, where a component lies outside its bounds or is NaN.
     bool setValue(T const& value) override;
 
 protected:
+    ///@{
+    /// As of the concrete classes below.
     explicit RangeVectPpty(QN_String const& name);
     RangeVectPpty(QN_String const& name, T const& value);
     RangeVectPpty(QN_String const& name, T const& value, T const& minimum, T const& maximum);
     RangeVectPpty(RangeVectPpty const& other);
+    ///@}
     ~RangeVectPpty() override;
 };
 
@@ -38,12 +41,14 @@ public:
     QN_CLASS_IDENTITY
 
     RangeVect3FPpty(); ///< without a name, unwritten, with the widest bounds
+    ///@{
+    /// What is given is stored untested, a value outside its bounds included.
     explicit RangeVect3FPpty(QN_String const& name);
-    explicit RangeVect3FPpty(QN_String const& name,
-                             Vector3<float> const& value); ///< stored untested, as below
+    explicit RangeVect3FPpty(QN_String const& name, Vector3<float> const& value);
     explicit RangeVect3FPpty(QN_String const& name, Vector3<float> const& value,
                              Vector3<float> const& minimum, Vector3<float> const& maximum);
-    RangeVect3FPpty(RangeVect3FPpty const& other);
+    ///@}
+    RangeVect3FPpty(RangeVect3FPpty const& other); ///< with the bounds as `other` answers them
     ~RangeVect3FPpty() override;
 
     Ppty* clone() const override;
@@ -56,12 +61,14 @@ public:
     QN_CLASS_IDENTITY
 
     RangeVect3DPpty(); ///< without a name, unwritten, with the widest bounds
+    ///@{
+    /// What is given is stored untested, a value outside its bounds included.
     explicit RangeVect3DPpty(QN_String const& name);
-    explicit RangeVect3DPpty(QN_String const& name,
-                             Vector3<double> const& value); ///< stored untested, as below
+    explicit RangeVect3DPpty(QN_String const& name, Vector3<double> const& value);
     explicit RangeVect3DPpty(QN_String const& name, Vector3<double> const& value,
                              Vector3<double> const& minimum, Vector3<double> const& maximum);
-    RangeVect3DPpty(RangeVect3DPpty const& other);
+    ///@}
+    RangeVect3DPpty(RangeVect3DPpty const& other); ///< with the bounds as `other` answers them
     ~RangeVect3DPpty() override;
 
     Ppty* clone() const override;

@@ -20,24 +20,30 @@ public:
     QN_CLASS_IDENTITY
 
     RgdBasicPpty(); ///< without a name, 0, with the bounds of the table
+    ///@{
+    /// What is given is stored untested, a value outside its bounds included.
     explicit RgdBasicPpty(QN_String const& name);
-    explicit RgdBasicPpty(QN_String const& name, T const& value); ///< stored untested, as below
+    explicit RgdBasicPpty(QN_String const& name, T const& value);
     explicit RgdBasicPpty(QN_String const& name, T const& value, T const& minimum, T const& maximum);
-    RgdBasicPpty(RgdBasicPpty const& other);
+    ///@}
+    RgdBasicPpty(RgdBasicPpty const& other); ///< with the bounds as `other` answers them
     ~RgdBasicPpty() override;
 
     Ppty* clone() const override;
     Ppty* cloneWithNewName(QN_String const& name) const override;
 
-    /// False, the value unchanged, where it lies outside the bounds or is NaN.
     using RangePpty<T, TypeCode>::setValue;
+    /// False, the value unchanged, where it lies outside the bounds or is NaN.
     bool setValue(T const& value) override;
 };
 
+///@{
+/// One kind of the table above.
 using RIntPpty = RgdBasicPpty<int, Ppty::TYPE_RANGE_INT>;
 using RInt64Ppty = RgdBasicPpty<long long, Ppty::TYPE_RANGE_INT64>;
 using RFloatPpty = RgdBasicPpty<float, Ppty::TYPE_RANGE_FLOAT>;
 using RDoublePpty = RgdBasicPpty<double, Ppty::TYPE_RANGE_DOUBLE>;
+///@}
 
 #define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
     template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \

@@ -17,8 +17,8 @@ namespace quarn {
 
 class MRCOMMON_API ByteId {
 public:
-    static constexpr unsigned int BYTE_LENGTH = 16;
-    using Bytes = TupleN<BYTE_LENGTH, unsigned char>;
+    static constexpr unsigned int BYTE_LENGTH = 16;   ///< of every identifier
+    using Bytes = TupleN<BYTE_LENGTH, unsigned char>; ///< what an identifier is made of
 
     /// The number in the top three bits of byte 7, as far as `variant()` tells it apart.
     enum Variant : unsigned int {
@@ -28,9 +28,9 @@ public:
         VARIANT_NONE = 0xFFFFFFFF ///< -1 as an int
     };
 
-    ByteId() = default; ///< all bytes 0
-    explicit ByteId(Bytes const& bytes) : bytes_(bytes) {}
-    explicit ByteId(Variant const& variant); ///< its low three bits in byte 7, the rest 0
+    ByteId() = default;                                    ///< all bytes 0
+    explicit ByteId(Bytes const& bytes) : bytes_(bytes) {} ///< takes all 16
+    explicit ByteId(Variant const& variant);               ///< its low three bits in byte 7, the rest 0
 
     /// Reads pairs of hexadecimal digits, capital or small, dashes anywhere. Bytes without a pair stay 0; an
     /// odd last digit and what follows the 32nd are not looked at. A pair that is none gives all 16 bytes 0.
@@ -42,11 +42,13 @@ public:
     /// The 32 digits of any 16 bytes into `out`, whose capacity becomes exactly 33. True.
     template <class Tuple> bool arrToHexStr(QN_String& out, Tuple const& bytes) const;
 
+    ///@{
     /// One digit and its value. False, `out` untouched, for a value above 15 or a character that is no digit.
     bool byteToChar(char& out, unsigned char const& value) const;
     bool charToByte(unsigned char& out, char const& digit) const;
+    ///@}
 
-    bool isZero() const { return *this == ByteId(); }
+    bool isZero() const { return *this == ByteId(); } ///< whether all bytes are 0
 
     /// Meant: not the inverse of the constructor. Byte 7 below 0x20 gives VARIANT_NONE, below 0x40 VARIANT_0,
     /// below 0xC0 VARIANT_2, else VARIANT_6.
@@ -54,10 +56,10 @@ public:
 
     unsigned long long last8BytesToUint64() const; ///< bytes 8 to 15, the first most significant
     unsigned long long toQN_INDEX64() const;       ///< the same without its top bit
-    unsigned long long last8BytesToIdx64() const { return toQN_INDEX64(); }
-    unsigned int last4BytesToUint32() const; ///< bytes 12 to 15
-    unsigned int last4BytesToIdx32() const;  ///< the same without its top bit
-    unsigned long long toUINT64() const;     ///< 0, whatever the bytes: meant, callers use the index views
+    unsigned long long last8BytesToIdx64() const { return toQN_INDEX64(); } ///< the same
+    unsigned int last4BytesToUint32() const;                                ///< bytes 12 to 15
+    unsigned int last4BytesToIdx32() const;                                 ///< the same without its top bit
+    unsigned long long toUINT64() const; ///< 0, whatever the bytes: meant, callers use the index views
 
     void setLast8BytesFromIdx64(unsigned long long const& index); ///< all 64 bits; bytes 0 to 7 stay
 
@@ -65,9 +67,9 @@ public:
     /// bit is lost, and 0x7FFFFFFFFFFFFFFF becomes 0x8000000000000000.
     unsigned long long incIdFromLast8BytesAsIdx64();
 
-    Bytes& array() { return bytes_; }
-    Bytes const& getTuple() const { return bytes_; }
-    unsigned int const& size() const { return BYTE_LENGTH; }
+    Bytes& array() { return bytes_; }                        ///< to write to
+    Bytes const& getTuple() const { return bytes_; }         ///< to read
+    unsigned int const& size() const { return BYTE_LENGTH; } ///< 16
 
 private:
     static void writeHex(QN_String& out, Bytes const& bytes);

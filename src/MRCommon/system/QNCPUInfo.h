@@ -13,10 +13,10 @@ public:
     static QNCPUInfo& instance();
 
     QNCPUInfo();
-    virtual ~QNCPUInfo(); // slots 0 and 1, the last
+    virtual ~QNCPUInfo(); ///< slots 0 and 1, the last
 
-    bool isMTCPU() const; ///< false
-    unsigned int numLogicalPerPackage() const;
+    bool isMTCPU() const;                      ///< false
+    unsigned int numLogicalPerPackage() const; ///< 1
     unsigned int
     numCoresPerPackage() const; ///< 1; without a logical processor 0 and the line "else" on stdout
     unsigned int totalLogicalProcessors() const; ///< 0
@@ -28,8 +28,8 @@ public:
     int printAPICInfo() const;
 
 protected:
-    unsigned char logicalPerPackage = 1;
-    int vendorCode = 0; ///< 457 and 456 for the two known vendors, 0 for any other
+    unsigned char logicalPerPackage = 1; ///< may be set by a class derived from this one
+    int vendorCode = 0;                  ///< 457 and 456 for the two known vendors, 0 for any other
 };
 
 #endif

@@ -13,7 +13,7 @@ public:
     /// from any thread, changing its fields is not.
     static ConfigurationMngr& instance();
 
-    virtual ~ConfigurationMngr(); // slots 0 and 1: all
+    virtual ~ConfigurationMngr(); ///< slots 0 and 1: all
 
     ConfigurationHost* host = nullptr; ///< set by the application, which keeps owning it; null until then
     void* userData = nullptr;          ///< not used by the library

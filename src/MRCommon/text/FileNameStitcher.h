@@ -33,7 +33,7 @@ public:
     std::string prefix;       ///< before every built name, with its own separator; may hold "$(SCENENAME)"
     std::string sceneName;    ///< stands for the placeholder; never saved
     unsigned int padding = 5; ///< least number of characters of a frame, its sign included
-    FrameExtensionOrder order = FRAME_ORDER_NAME_FRAME_DOT_EXT;
+    FrameExtensionOrder order = FRAME_ORDER_NAME_FRAME_DOT_EXT; ///< where the frame stands
 
     /// The file name of a frame: prefix, with the scene name for its first placeholder, then name, frame and
     /// extension in the current order. Every dot of `ext` is dropped (".bin" is "bin", and, as it is meant,
@@ -44,10 +44,12 @@ public:
     /// Stores the text up to its first dot.
     void setSceneName(std::string const& text);
 
+    ///@{
     /// Prefix, padding and order to and from the current stream of qn_fileio. A record that is not there
     /// gives an empty prefix and leaves the other two as they were.
     void save() const;
     void load();
+    ///@}
 
     /// Writes into `out` the printf format of a name: "%s_%04d.%s" for name, frame, extension; in the order
     /// NAME_DOT_EXT_DOT_FRAME "%s.%s.%04d" for name, extension, frame. The caller provides room: 21 bytes do.
@@ -55,6 +57,7 @@ public:
     /// nothing.
     static void setFormatStr(char* out, FrameExtensionOrder order, unsigned int padding);
 
+    ///@{
     /// Takes the path of an existing file apart and looks for the first and last frame beside it. False, with
     /// `order` alone set (to NAME_DOT_EXT_DOT_FRAME), when the path holds no dot. A file without a frame
     /// number gives padding, first and last frame 0; so does one whose digits stand right at its name while
@@ -66,6 +69,7 @@ public:
                                        unsigned int& maxFrame, unsigned int& padding,
                                        FrameExtensionOrder& order);
     static bool frameExtensionFromPath(quarn::QN_String const& path, FrameExtensionOrder& order);
+    ///@}
 
     /// The first frame on disk of the sequence that holds frame `known`, taken to be without a gap up to
     /// there: about log2(known) looks at the disk. A path of 1024 bytes or more, or an unknown order, is a

@@ -23,9 +23,12 @@ namespace quarn {
 /// The same three under the names of the product.
 class MRCOMMON_API LibLoader {
 public:
+    ///@{
+    /// As loadLibUnix, unloadLibUnix and getSymbolAddressUnix.
     static void* load(QN_String const& path);
     static int unload(void* library);
     static void* getFunctionPtr(void* library, QN_String const& symbol);
+    ///@}
 };
 
 } // namespace quarn

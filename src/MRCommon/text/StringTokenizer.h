@@ -22,9 +22,9 @@ public:
     /// delimiter gives no empty token. An empty delimiter disables the whole text.
     StringTokenizer(std::string const& text, std::string const& delimiter);
 
-    unsigned int countTokens() const; ///< tokens still to come
-    bool hasMoreTokens() const { return !rest().empty(); }
-    std::string remainingString() const { return std::string(rest()); }
+    unsigned int countTokens() const;                                   ///< tokens still to come
+    bool hasMoreTokens() const { return !rest().empty(); }              ///< whether countTokens() is not 0
+    std::string remainingString() const { return std::string(rest()); } ///< what is not handed out yet
 
     /// The text before the next delimiter; the tokenizer goes on behind it.
     std::string nextToken();
@@ -33,22 +33,28 @@ public:
     /// empty one hands out the whole rest.
     std::string nextToken(std::string const& delimiter);
 
+    ///@{
     /// The next token as a number, by the standard conversions: blanks before it are skipped, it ends at the
     /// first character that does not fit, and 0 stands for none. Of an integer too long the low 32 bits
     /// count.
     int nextIntToken();
     double nextFloatToken();
+    ///@}
 
+    ///@{
     /// The next token up to `limit`: from "key=value;next" at ";" with "=" it gives "key" and leaves "next".
     /// Meant: where the token does not hold the limit, the whole rest is returned, delimiters and all, though
     /// only the token is taken: "plain;next" gives "plain;next" and leaves "next".
     std::string nextTokenWithLimit(std::string const& limit);
     int nextIntTokenWithLimit(std::string const& limit);
+    ///@}
 
+    ///@{
     /// The next token without any `filter`; what closes up behind a removal is not searched again ("ab" out
     /// of "aabb" leaves "ab"). An empty filter removes nothing.
     std::string filterNextToken(std::string const& filter);
     std::string filterNextTokenWithLimit(std::string const& limit, std::string const& filter);
+    ///@}
 
 private:
     std::string_view rest() const { return std::string_view(remaining_).substr(position_); }

@@ -14,10 +14,12 @@
 
 namespace StringTools {
 
+///@{
 /// Prints as printf does. A result below 8192 characters is printed once, on the stack; a longer one twice.
 /// What cannot be printed gives the empty text; exhausted memory throws std::bad_alloc.
 [[gnu::format(printf, 1, 2)]] MRCOMMON_API std::string format(char const* format, ...);
 [[gnu::format(printf, 1, 0)]] MRCOMMON_API std::string vformat(char const* format, std::va_list arguments);
+///@}
 
 /// Replaces every `from`, left to right; matches do not overlap and `to` is not searched again.
 ///     "aaa", "aa" by "b"   "ba"        an empty `from` changes nothing
