@@ -63,5 +63,5 @@ function plain(text,    parts, n, i, result) {
 function shown(    example, line) {
     example = "headers/" stem ".cpp"
     if ((getline line < (top "/examples/" example)) < 0) return ""
-    return " \\par Example \\n \\include " example
+    return " \\n\\n \\b Example: \\include " example
 }

@@ -1,0 +1,13 @@
+// Whether a variable is set.
+#include <MRCommon/text/Environment.h>
+
+#include "claim.h"
+
+#include <cstdlib>
+
+int main() {
+    setenv("SHOT_CACHE", "", 1);
+    claim(isEnvironmentVariableDefined("SHOT_CACHE"), "an empty value counts");
+    unsetenv("SHOT_CACHE");
+    claim(!isEnvironmentVariableDefined("SHOT_CACHE"), "a variable that is gone does not");
+}

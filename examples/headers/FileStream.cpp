@@ -1,0 +1,21 @@
+// Code for both stream kinds: blocks of bytes, and one question at the end.
+#include <MRCommon/basic/FileStream.h>
+#include <MRCommon/basic/FileStreamRaw.h>
+
+#include "claim.h"
+
+void writeMark(quarn::FileStream& stream) { stream.write("MARK", 4); }
+
+int main() {
+    std::FILE* const file = std::tmpfile();
+    claim(file != nullptr, "a temporary file");
+    quarn::FileStreamRaw stream(file);
+    writeMark(stream);
+    std::rewind(file);
+
+    char bytes[8] = "-------";
+    claim(stream.read(bytes, 4) == 4 && bytes[0] == 'M' && bytes[4] == '-', "four bytes come back");
+    claim(!stream.failed(), "so far everything was transferred");
+    claim(stream.read(bytes, 4) == 0 && stream.failed(), "behind the end nothing is, and the stream tells");
+    std::fclose(file); // the FILE stayed ours
+}
