@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Does what docs/plug-ins.md tells, in an empty folder. Usage: plug_ins.sh <top of the tree> <build folder>
+# On the page `name`: stands before what the file of this name holds; a block of sh is run; each line of a block of
+# output is the end of a line that the block of sh before it printed.
+set -eu
+export MRCOMMON=$1 BUILD=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+awk '
+    /^`[^`]+`:$/ { name = substr($0, 2, length($0) - 3) }
+    /^```/ && open { print "END_OF_BLOCK"; open = 0; next }
+    /^```/ {
+        if ($0 == "```sh") { print "run <<\"END_OF_BLOCK\""; ++commands }
+        else if ($0 == "```output") { print "expect <<\"END_OF_BLOCK\""; ++outputs }
+        else if (name != "") { print "cat > " name " <<\"END_OF_BLOCK\""; ++files }
+        else { print FILENAME ": a block that is neither a file nor run" > "/dev/stderr"; exit 1 }
+        name = ""
+        open = 1
+        next
+    }
+    open
+    END { if (files < 3 || commands < 3 || outputs < 1) exit 1 }
+' "$MRCOMMON/docs/plug-ins.md" | sed 's/<<"END_OF_BLOCK"/<<'"'END_OF_BLOCK'"'/' > "$folder/page"
+
+run() {
+    cat > ../block
+    cat ../block
+    bash -eu ../block > ../printed 2>&1 || { cat ../printed; exit 1; }
+}
+expect() {
+    while read -r line; do
+        grep -q -- "$line\$" ../printed || { cat ../printed; echo "missing: $line"; exit 1; }
+    done
+}
+mkdir "$folder/empty"
+cd "$folder/empty"
+. ../page
+symbols=$(nm -D --defined-only build/libdrain.so | grep -vc ' fountain') || true
+[ "$symbols" = 0 ] || { echo "the plug-in shows $symbols further symbols"; exit 1; }
