@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 using namespace quarn;
 
 namespace {
@@ -125,6 +127,15 @@ TEST(ItemVariant, ReadsWhatIsThere) {
     ItemVariant cut;
     read(cut, hex("0C000000 02000000 6200"));
     EXPECT_TRUE(*cut.as<Pair>() == Pair("b", 0));
+}
+
+TEST(ItemVariant, ReadingDoesNotFreeTheOldValue) {
+    ItemVariant v(7);
+    std::unique_ptr<int> const old(v.as<int>());
+    read(v, hex("01000000 09000000"));
+    EXPECT_EQ(*v.as<int>(), 9);
+    EXPECT_NE(v.as<int>(), old.get());
+    EXPECT_EQ(*old, 7) << "meant: whoever reads into a variant with a value still has to free it";
 }
 
 TEST(ItemVariant, IsCopiedDeepAndMovedWhole) {
