@@ -72,6 +72,8 @@ bool readPairs(std::string_view text, ByteId::Bytes& bytes) {
 
 } // namespace
 
+unsigned int const ByteId::BYTE_LENGTH;
+
 ByteId::ByteId(Variant const& variant) {
     bytes_[7] = static_cast<unsigned char>(static_cast<unsigned int>(variant) << 5);
 }
