@@ -12,6 +12,7 @@
 
 #include <climits>
 #include <set>
+#include <tuple>
 
 using quarn::QN_String;
 using quarn::detail::firstFrame;
@@ -59,14 +60,8 @@ TEST(FileNameStitcher, StartsWithItsDefaults) {
 
 TEST(FileNameStitcher, BuildsNames) {
     FileNameStitcher::instance().setSceneName("shot.take2.scn");
-    struct Case {
-        char const* prefix;
-        unsigned int padding;
-        int order, frame;
-        char const *ext, *result;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<char const*, unsigned int, int, int, char const*, char const*> const cases[] = {
         {"/cache/$(SCENENAME)/", 5, 2, 12, ".bin", "/cache/shot/fluid00012.bin"},
         {"/cache/$(SCENENAME)/", 5, 0, 12, ".bin", "/cache/shot/fluid.00012.bin"},
         {"/cache/$(SCENENAME)/", 5, 1, 12, ".bin", "/cache/shot/fluid.bin.00012"},
@@ -77,8 +72,8 @@ TEST(FileNameStitcher, BuildsNames) {
         {"", 2, 2, -34, "x", "fluid-34.x"}, {"", 0, 1, INT_MIN, "", "fluid..-2147483648"},
         {"", 12, 0, INT_MAX, "..", "fluid.002147483647."}, {"", 5, 4, 1, "x", ""}, {"", 5, -1, 1, "x", ""}};
     // clang-format on
-    for (Case const& c : cases)
-        EXPECT_EQ(stitcher(c.prefix, c.padding, c.order).doIt("fluid", c.frame, c.ext), c.result);
+    for (auto const& [prefix, padding, order, frame, ext, result] : cases)
+        EXPECT_EQ(stitcher(prefix, padding, order).doIt("fluid", frame, ext), result);
 }
 
 TEST(FileNameStitcher, BuildsNamesOfAnyLength) {
@@ -100,21 +95,16 @@ TEST(FileNameStitcher, CutsTheSceneNameAtItsFirstDot) {
 }
 
 TEST(FileNameStitcher, WritesFormats) {
-    struct Case {
-        int order;
-        unsigned int padding;
-        char const* format;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<int, unsigned int, char const*> const cases[] = {
         {0, 4, "%s.%04d.%s"}, {1, 4, "%s.%s.%04d"}, {2, 4, "%s%04d.%s"}, {3, 4, "%s_%04d.%s"},
         {0, 0, "%s.%s"}, {1, 0, "%s.%s.%00d"}, {2, 0, "%s.%s"}, {3, 0, "%s.%s"},
         {3, 0x80000000, "%s_%0-2147483648d.%s"}, {4, 4, "untouched"}, {-1, 4, "untouched"}};
     // clang-format on
-    for (Case const& c : cases) {
+    for (auto const& [order, padding, format] : cases) {
         char out[21] = "untouched";
-        FileNameStitcher::setFormatStr(out, orderOf(c.order), c.padding);
-        EXPECT_STREQ(out, c.format);
+        FileNameStitcher::setFormatStr(out, orderOf(order), padding);
+        EXPECT_STREQ(out, format);
     }
 }
 
@@ -148,19 +138,15 @@ TEST(FrameSearch, FindsTheFirstFrameByBisection) {
 
 TEST(FrameSearch, FindsTheLastFrameByWalkingUp) {
     std::set<unsigned int> const frames{7, 8, 10, 95, 96, 97, 98, 99, UINT_MAX - 1, UINT_MAX};
-    struct Case {
-        unsigned int known, padding, result;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<unsigned int, unsigned int, unsigned int> const cases[] = {
         {7, 5, 8}, {8, 2, 8}, {10, 5, 10}, {9, 5, 8}, {0, 5, UINT_MAX}, {95, 3, 99}, {95, 2, 95},
         {99, 2, 99}, {100, 2, 100}, {7, 0, 7}, {0, 0, UINT_MAX}, {1410065408, 10, 1410065408}, {7, 32, 7},
         {7, UINT_MAX, 7}, {UINT_MAX - 1, 40, UINT_MAX - 1}, {UINT_MAX, 3, UINT_MAX}};
     // clang-format on
-    for (Case const& c : cases)
-        EXPECT_EQ(lastFrame(c.known, c.padding, [&](unsigned int f) { return frames.count(f) != 0; }),
-                  c.result)
-            << c.known << " " << c.padding;
+    for (auto const& [known, padding, result] : cases)
+        EXPECT_EQ(lastFrame(known, padding, [&](unsigned int f) { return frames.count(f) != 0; }), result)
+            << known << " " << padding;
 }
 
 TEST(FrameSearch, OnDiskUsesThePathsOfEachLayout) {
@@ -198,13 +184,8 @@ TEST(FrameSearch, NeverTakesALongPathForAnothersFile) {
 
 TEST(FrameFromPath, FindsSequences) {
     TestFolder folder;
-    struct Case {
-        char const* format;
-        int first, last;
-        char const *path, *result;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<char const*, int, int, char const*, char const*> const cases[] = {
         {"fluid_%05d.bin", 10, 20, "fluid_00012.bin", "fluid|bin 10..20 5 3"},
         {"fluid.bin.%04d", 1, 9, "fluid.bin.0007", "fluid|bin 1..9 4 1"},
         {"mesh.%03d.obj", 0, 5, "mesh.003.obj", "mesh|obj 0..5 3 0"},
@@ -213,10 +194,10 @@ TEST(FrameFromPath, FindsSequences) {
         {"v1.2/part_%03d.bin", 1, 3, "v1.2/part_002.bin", "v1.2/part|bin 1..3 3 3"},
         {"%04d.bin", 5, 6, "0005.bin", "|bin 5..6 4 2"}};
     // clang-format on
-    for (Case const& c : cases) {
-        for (int frame = c.first; frame <= c.last; ++frame)
-            folder.touch(QN_String().format(c.format, frame).c_str());
-        EXPECT_EQ(parsed(folder.path(""), c.path), c.result);
+    for (auto const& [format, first, last, path, result] : cases) {
+        for (int frame = first; frame <= last; ++frame)
+            folder.touch(QN_String().format(format, frame).c_str());
+        EXPECT_EQ(parsed(folder.path(""), path), result);
     }
 }
 

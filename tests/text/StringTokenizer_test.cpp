@@ -4,25 +4,22 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 using StringTools::StringTokenizer;
 
 TEST(StringTokenizer, StoresItsTextWithoutEmptyTokens) {
-    struct Case {
-        std::string text, delimiter, stored;
-        unsigned int tokens;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, std::string, std::string, unsigned int> const cases[] = {
         {"a,,b,c", ",", "a,b,c", 3}, {",,a,,,b,,", ",", "a,b", 2}, {",", ",", "", 0}, {",,,,", ",", "", 0},
         {"a::b::::c", "::", "a::b::c", 3}, {"a:b:::c", "::", "a:b:::c", 2}, {"aaa", "aa", "a", 1},
         {"xaaa", "aa", "xa", 1}, {"abc", ",", "abc", 1}, {"", ",", "", 0}, {"a,b", "", "", 0}};
     // clang-format on
-    for (Case const& c : cases) {
-        StringTokenizer t(c.text, c.delimiter);
-        EXPECT_EQ(t.remainingString(), c.stored) << c.text;
-        EXPECT_EQ(t.countTokens(), c.tokens) << c.text;
-        EXPECT_EQ(t.hasMoreTokens(), c.tokens > 0) << c.text;
+    for (auto const& [text, delimiter, stored, tokens] : cases) {
+        StringTokenizer t(text, delimiter);
+        EXPECT_EQ(t.remainingString(), stored) << text;
+        EXPECT_EQ(t.countTokens(), tokens) << text;
+        EXPECT_EQ(t.hasMoreTokens(), tokens > 0) << text;
     }
 }
 
@@ -58,19 +55,16 @@ TEST(StringTokenizer, ReadsNumbers) {
 }
 
 TEST(StringTokenizer, CutsAtALimit) {
-    struct Case {
-        std::string text, token, rest;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, std::string, std::string> const cases[] = {
         {"key=value;next", "key", "next"}, {"plain;next", "plain;next", "next"},
         {"plain;a=b", "plain;a=b", "a=b"}, {"last", "last", ""}, {"last=1=2", "last", ""},
         {"=v;n", "", "n"}};
     // clang-format on
-    for (Case const& c : cases) {
-        StringTokenizer t(c.text, ";");
-        EXPECT_EQ(t.nextTokenWithLimit("="), c.token) << c.text;
-        EXPECT_EQ(t.remainingString(), c.rest) << c.text;
+    for (auto const& [text, token, rest] : cases) {
+        StringTokenizer t(text, ";");
+        EXPECT_EQ(t.nextTokenWithLimit("="), token) << text;
+        EXPECT_EQ(t.remainingString(), rest) << text;
     }
     StringTokenizer t("5=6;7", ";");
     EXPECT_EQ(t.nextIntTokenWithLimit("="), 5);
