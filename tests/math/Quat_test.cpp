@@ -206,8 +206,7 @@ TYPED_TEST(AnyQuat, InterpolatesBetweenLikesAndBeyondOne) {
     EXPECT_GT(beyond, 100);
     EXPECT_EQ(Q::Slerp(t, Q(1 + 2 * eps, 0, 0, 0), Q(1 + 2 * eps, 0, 0, 0))[0], 1 + 2 * eps);
     EXPECT_TRUE(Kit<Q>::isNaN(Q::Slerp(t, Q(1 + 3 * eps, 0, 0, 0), Q(1 + 3 * eps, 0, 0, 0))));
-    // Two that differ: a product of 1 is no angle and gives p; just below the angle counts, just above is
-    // NaN.
+    // Two that differ: a product of 1 gives p, just below it the angle counts, just above it is NaN.
     EXPECT_EQ(Q::Slerp(1, Q(1, 0, 0, 0), Q(1, tiny, 0, 0)), Q(1, 0, 0, 0));
     EXPECT_EQ(Q::SlerpExtraSpins(1, Q(1, 0, 0, 0), Q(1, tiny, 0, 0), 1), Q(1, 0, 0, 0));
     EXPECT_NEAR(Q::Slerp(1, Q(1, 0, 0, 0), Q(1 - eps / 2, tiny, 0, 0))[1] / tiny, 1, 2 * eps);
@@ -218,15 +217,13 @@ TYPED_TEST(AnyQuat, InterpolatesBetweenLikesAndBeyondOne) {
 TYPED_TEST(AnyQuat, PassesControlPoints) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
-    // b = i, a = b exp(0.6 i), c = b exp(0.8 j): the inner point is b exp(-0.15 i - 0.2 j), whose angle is
-    // 0.25.
-    Q const b(0, 1, 0, 0);
+    // b = k, a = b exp(0.6 i), c = b exp(0.8 j): the inner point is k exp(-0.15 i - 0.2 j), 0.25 away.
+    Q const b(0, 0, 0, 1);
     Q const a = b * Kit<Q>::make(std::cos(0.6), std::sin(0.6), 0, 0);
     Q const c = b * Kit<Q>::make(std::cos(0.8), 0, std::sin(0.8), 0);
-    Q const inner = Kit<Q>::make(0.6 * std::sin(0.25), std::cos(0.25), 0, -0.8 * std::sin(0.25));
+    Q const inner = Kit<Q>::make(0, 0.8 * std::sin(0.25), -0.6 * std::sin(0.25), std::cos(0.25));
     EXPECT_LE(Kit<Q>::apart(Q::GetIntermediate(a, b, c), inner), 4 * Kit<Q>::eps);
-    // On one circle arcs are numbers: 2 t (1 - t) = 3/8 of the way from 1/4 between p and q to 1/4 between a
-    // and b.
+    // On one circle arcs are numbers: 2 t (1 - t) = 3/8 of the way from between p and q to between a and b.
     auto const at = [](double arc) { return Kit<Q>::onCircle(arc); };
     double const outer = 0.1 + 0.25 * 0.6, other = 0.5 + 0.25 * 0.8;
     EXPECT_LE(Kit<Q>::apart(Q::Squad(T(0.25), at(0.1), at(0.5), at(1.3), at(0.7)),
