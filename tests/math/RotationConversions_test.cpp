@@ -32,14 +32,16 @@ template <class T> Matrix4<T> rows(Vector3<T> const& r0, Vector3<T> const& r1, V
     return m;
 }
 
+/// From this squared length on, to the last bit, a row is brought to length 1.
 template <class T> void expectRowsNormalisedFrom(T squaredLength) {
-    T x = std::sqrt(squaredLength);
-    while (x * x >= squaredLength) x = std::nextafter(x, T(0));
-    while (std::nextafter(x, T(1)) * std::nextafter(x, T(1)) < squaredLength) x = std::nextafter(x, T(1));
-    Vector3<T> const none(0, 0, 0), axis(1, 1, 1);
-    EXPECT_EQ(TransformaEje(rows<T>(none, {0, x, 0}, none), axis).y, x);
-    EXPECT_NEAR(TransformaEje(rows<T>(none, {0, std::nextafter(x, T(1)), 0}, none), axis).y, 1,
-                std::numeric_limits<T>::epsilon());
+    T const eps = std::numeric_limits<T>::epsilon();
+    auto const turned = [&](T squared) { // y, and what it lacks to the squared length in z
+        T const y = std::sqrt(squared) * (1 - 4 * eps), z = std::sqrt(squared - y * y);
+        EXPECT_EQ(y * y + z * z, squared);
+        return TransformaEje(rows<T>({0, 0, 0}, {0, y, z}, {0, 0, 0}), Vector3<T>(1, 1, 1)).y;
+    };
+    EXPECT_NEAR(turned(squaredLength), 1, 8 * eps);
+    EXPECT_LT(turned(std::nextafter(squaredLength, T(0))), T(1e-13));
 }
 
 void expectQuaternion(Plain const& r, double x, double y, double z, double w) {
