@@ -115,6 +115,16 @@ TEST(MetaClass, KnowsAncestorsByRunTimeType) {
     EXPECT_FALSE(metaClass_QN_Class.hasAncestor("PptyInt"));
 }
 
+TEST(MetaClass, AsksAnewWhenClassesHaveComeOrGone) {
+    auto again = std::make_unique<QN_MetaClass<Storm>>("Again", 1);
+    void* const place = again.get();
+    EXPECT_TRUE(again->hasAncestor("Wind"));
+    again.reset();
+    auto other =
+        std::make_unique<QN_MetaClass<PptyInt>>("Again", 1); // same name and id, perhaps the same place
+    EXPECT_FALSE(other->hasAncestor("Wind")) << (other.get() == place ? "in the same place" : "elsewhere");
+}
+
 TEST(MetaClass, AddsUpTheSchemasOfItsTree) {
     unsigned int const root = metaClass_QN_Class.classSchema();
     EXPECT_EQ(metaClass_PptyInt.getGenealogyTreeSchema(), root + 1);
