@@ -11,13 +11,12 @@ END {
     stem = FILENAME
     sub(/.*\//, "", stem)
     sub(/\.h$/, "", stem)
-    name = FILENAME
-    sub("^" top "/src/", "", name)
+    name = substr(FILENAME, length(top "/src/") + 1)
     at = tell(1, "//", "/// \\file " name " \\brief ")
     for (; at <= NR; ++at) {
         if (lines[at] ~ /^ *\/\/\/[ ]/) {
             at = tell(at, "///", "") - 1
-        } else if (lines[at] ~ "^(template <.*> )?(class|struct) ([A-Z_]+_API )?" stem "([ :].*)?{$" && lines[at - 1] !~ /\/\/\//) {
+        } else if (lines[at] ~ "^(template <.*> )?(class|struct) ([A-Z_]+_API )?" stem "([ :].*)?[{]$" && lines[at - 1] !~ /\/\/\//) {
             print "/** \\copydoc " name " */ " lines[at]
         } else if (split(lines[at], parts, /\/\/\/< /) == 2) {
             print parts[1] "///< " plain(parts[2])
@@ -50,12 +49,19 @@ function tell(at, mark, opening,    last, text, indent, listing, code, i) {
     return last + 1
 }
 
-# The text with every sign that could be read as a command or a tag escaped, but between ` and `.
-function plain(text,    parts, n, i, result) {
+# The text with every sign that could be read as a command or a tag escaped, but between ` and `; a page of this folder
+# becomes a link.
+function plain(text,    parts, n, i, result, page, target) {
     n = split(text, parts, "`")
     for (i = 1; i <= n; ++i) {
         if (i % 2 == 1) gsub(/[\\@#&<>%*$]/, "\\\\&", parts[i])
         result = result (i == 1 ? "" : "`") parts[i]
+    }
+    if (match(result, /docs\/[a-z-]+\.md/)) {
+        page = substr(result, RSTART, RLENGTH)
+        target = "md_" substr(page, 1, length(page) - 3)
+        gsub(/[\/-]/, "_", target)
+        result = substr(result, 1, RSTART - 1) "\\ref " target " \"" page "\"" substr(result, RSTART + RLENGTH)
     }
     return result
 }

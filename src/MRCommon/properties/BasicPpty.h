@@ -51,7 +51,7 @@ public:
 };
 
 ///@{
-/// One kind of the table above.
+/// One kind of the table at the top of this header.
 using PptyInt = BasicPpty<int, Ppty::TYPE_INT>;
 using PptyInt64 = BasicPpty<long long, Ppty::TYPE_INT64>;
 using PptyFloat = BasicPpty<float, Ppty::TYPE_FLOAT>;

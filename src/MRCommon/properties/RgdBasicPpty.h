@@ -38,7 +38,7 @@ public:
 };
 
 ///@{
-/// One kind of the table above.
+/// One kind of the table at the top of this header.
 using RIntPpty = RgdBasicPpty<int, Ppty::TYPE_RANGE_INT>;
 using RInt64Ppty = RgdBasicPpty<long long, Ppty::TYPE_RANGE_INT64>;
 using RFloatPpty = RgdBasicPpty<float, Ppty::TYPE_RANGE_FLOAT>;
