@@ -45,6 +45,8 @@ public:
     template <class T> static ItemVariant fresh();
 
     ItemVariant(ItemVariant const& other); ///< deep; copies are sized exactly
+
+    /// `other` is left as a default one.
     ItemVariant(ItemVariant&& other) noexcept { swap(other); }
     ItemVariant& operator=(ItemVariant other) noexcept;
 
