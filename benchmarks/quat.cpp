@@ -418,10 +418,9 @@ int main(int argc, char** argv) {
     std::vector<std::string> words = {argv[0], "--benchmark_enable_random_interleaving=true",
                                       "--benchmark_repetitions=31", "--benchmark_min_time=0.005"};
     words.insert(words.end(), argv + 1, argv + argc);
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    int count = static_cast<int>(arguments.size());
-    arguments.push_back(nullptr);
+    int count = static_cast<int>(words.size());
+    std::vector<char*> arguments(words.size() + 1, nullptr);
+    for (std::size_t i = 0; i < words.size(); ++i) arguments[i] = words[i].data();
     benchmark::Initialize(&count, arguments.data());
 
     addPrecision<double>();

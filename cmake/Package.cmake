@@ -1,4 +1,5 @@
-# What an installed tree offers: headers, libraries, find_package(MRCommon CONFIG), MRCommon.pc. All of it may be moved.
+# What an installed tree offers: headers, libraries, find_package(MRCommon CONFIG), MRCommon.pc, the manual's pages.
+# All of it may be moved. Components: runtime (the libraries), development (what callers compile with), docs.
 
 include(CMakePackageConfigHelpers)
 
@@ -19,3 +20,37 @@ install(FILES ${PROJECT_BINARY_DIR}/MRCommonConfig.cmake ${PROJECT_BINARY_DIR}/M
     DESTINATION ${MRCOMMON_CMAKE_DIR} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/MRCommon.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
+
+# Debian packages, one for each component: cpack -G DEB in the build folder. Only the top project packs.
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "MRCommon developers")
+set(CPACK_PACKAGE_CONTACT "MRCommon developers <developers@mrcommon.invalid>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL runtime development docs)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=") # within one SONAME a newer library serves older callers
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libmrcommon${MRCOMMON_SOVERSION})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmrcommon-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DOCS_PACKAGE_NAME libmrcommon-doc)
+set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOCS_PACKAGE_ARCHITECTURE all)
+
+include(CPack)
+cpack_add_component(runtime DESCRIPTION "${PROJECT_DESCRIPTION}: shared libraries")
+cpack_add_component(development DESCRIPTION "${PROJECT_DESCRIPTION}: headers, CMake and pkg-config files"
+    DEPENDS runtime)
+cpack_add_component(docs DESCRIPTION "${PROJECT_DESCRIPTION}: documentation")

@@ -21,7 +21,7 @@ function(mrcommon_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})
     add_library(MRCommon::${name} ALIAS ${name})
-    target_link_libraries(${name} PUBLIC Headers ${ARG_LINKS})
+    target_link_libraries(${name} PUBLIC mrcommon_headers ${ARG_LINKS})
     # Floating point is evaluated as written: a fused multiply-add would change the last bit of a result.
     target_compile_options(${name} PRIVATE -ffp-contract=off -fno-semantic-interposition)
     if(NOT APPLE AND NOT MRCOMMON_SANITIZE)
@@ -33,8 +33,10 @@ function(mrcommon_add_library name)
         CXX_VISIBILITY_PRESET hidden
         INSTALL_RPATH $<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>)
     mrcommon_house_rules(${name})
-    install(TARGETS ${name} EXPORT MRCommonTargets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+    if(MRCOMMON_INSTALL)
+        install(TARGETS ${name} EXPORT MRCommonTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+    endif()
 endfunction()
 
 # mrcommon_add_program(<name> SOURCES <file>... [LINKS <target>...])

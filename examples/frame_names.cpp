@@ -34,14 +34,16 @@ constexpr Row rows[] = {
 };
 // clang-format on
 
+void touch(fs::path const& path) { std::ofstream const file(path); }
+
 void fill(fs::path const& folder) {
     FileNameStitcher& stitcher = FileNameStitcher::instance();
     stitcher.prefix = folder.string() + "/";
     for (Row const& row : rows) {
-        std::ofstream{folder / row.file};
+        touch(folder / row.file);
         stitcher.order = row.order; // and the neighbours of frame 12
         for (int const frame : {11, 13})
-            if (row.padding == stitcher.padding) std::ofstream{stitcher.doIt(row.name, frame, row.ext)};
+            if (row.padding == stitcher.padding) touch(stitcher.doIt(row.name, frame, row.ext));
     }
 }
 

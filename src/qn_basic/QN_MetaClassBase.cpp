@@ -1,6 +1,7 @@
 #include <qn_basic/QN_MetaClassBase.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <vector>
 
@@ -28,6 +29,7 @@ public:
         unsigned long long id = nameHash;
         while (find(id) != nullptr) ++id;
         entries_.push_back({id, nameHash, metaClass});
+        ++changes_;
         return id;
     }
 
@@ -35,7 +37,11 @@ public:
         entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
                                       [&](Entry const& entry) { return entry.metaClass == metaClass; }),
                        entries_.end());
+        ++changes_;
     }
+
+    /// How often classes have come or gone: what was found out before the last time may be wrong.
+    unsigned long long changes() const { return changes_; }
 
     MetaClass find(unsigned long long id) const {
         for (Entry const& entry : entries_)
@@ -63,12 +69,30 @@ private:
         MetaClass metaClass;
     };
     std::vector<Entry> entries_;
+    unsigned long long changes_ = 0;
 };
 
 /// Made by the first class that registers, hence destroyed behind the last.
 Registry& registry() {
     static Registry classes;
     return classes;
+}
+
+/// What a thread found out lately: throwing takes microseconds, and the same questions come again and again.
+struct Answer {
+    MetaClass descendant, ancestor;
+    unsigned long long changes; ///< of the registry, at that time
+    bool yes;
+};
+
+Answer& rememberedAnswer(MetaClass descendant, MetaClass ancestor) {
+    thread_local std::array<Answer, 256> answers{};
+    return answers[(descendant->classId() ^ ancestor->classId() >> 1) % answers.size()];
+}
+
+bool catches(QN_MetaClassBase::RunTimeType const& ancestor, QN_MetaClassBase::RunTimeType const& descendant) {
+    return ancestor.catches != nullptr && descendant.throwNull != nullptr &&
+           ancestor.catches(descendant.throwNull);
 }
 
 } // namespace
@@ -126,9 +150,11 @@ Array<QN_MetaClassBase const*> QN_MetaClassBase::registered() {
 bool QN_MetaClassBase::descendsFrom(QN_MetaClassBase const* ancestor) const {
     if (ancestor == nullptr || this == &metaClass_QN_Class) return false;
     if (ancestor == &metaClass_QN_Class) return true;
-    auto const question = ancestor->runTimeType().catches;
-    auto const throwNull = runTimeType().throwNull;
-    return question != nullptr && throwNull != nullptr && question(throwNull);
+    Answer& answer = rememberedAnswer(this, ancestor);
+    unsigned long long const changes = registry().changes();
+    if (answer.descendant != this || answer.ancestor != ancestor || answer.changes != changes)
+        answer = {this, ancestor, changes, catches(ancestor->runTimeType(), runTimeType())};
+    return answer.yes;
 }
 
 } // namespace quarn

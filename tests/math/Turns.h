@@ -34,18 +34,21 @@ inline Plain turnAbout(int axis, double angle) {
 /// A matrix of the library, filled with `r` or with its transpose.
 template <class M> M filled(Plain const& r, bool transposed) {
     M m;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            m(i, j) = static_cast<std::decay_t<decltype(m(0, 0))>>(transposed ? r.e[j][i] : r.e[i][j]);
+    for (int i = 0; i < 9; ++i)
+        m(i / 3, i % 3) =
+            static_cast<std::decay_t<decltype(m(0, 0))>>(transposed ? r.e[i % 3][i / 3] : r.e[i / 3][i % 3]);
     return m;
 }
+
+/// The larger of two differences; infinite, and staying so, where one is NaN.
+inline double worse(double a, double b) { return b <= a ? a : std::isnan(b) ? HUGE_VAL : b; }
 
 /// The largest difference between an element of `m` and of `r`, or of its transpose.
 template <class M> double distance(M const& m, Plain const& r, bool transposed) {
     double worst = 0;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            worst = std::fmax(worst, std::abs(m(i, j) - (transposed ? r.e[j][i] : r.e[i][j])));
+    for (int i = 0; i < 9; ++i)
+        worst =
+            worse(worst, std::abs(m(i / 3, i % 3) - (transposed ? r.e[i % 3][i / 3] : r.e[i / 3][i % 3])));
     return worst;
 }
 

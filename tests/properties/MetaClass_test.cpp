@@ -131,6 +131,16 @@ TEST(MetaClass, KnowsAnAncestorByANameThatIsNotItsAlone) {
     EXPECT_FALSE(metaClass_PptyFloat.hasAncestor("Gust"));
 }
 
+TEST(MetaClass, AsksAnewWhenClassesHaveComeOrGone) {
+    auto again = std::make_unique<QN_MetaClass<Storm>>("Again", 1);
+    void* const place = again.get();
+    EXPECT_TRUE(again->hasAncestor("Wind"));
+    again.reset();
+    auto other =
+        std::make_unique<QN_MetaClass<PptyInt>>("Again", 1); // same name and id, perhaps the same place
+    EXPECT_FALSE(other->hasAncestor("Wind")) << (other.get() == place ? "in the same place" : "elsewhere");
+}
+
 TEST(MetaClass, AddsUpTheSchemasOfItsTree) {
     unsigned int const root = metaClass_QN_Class.classSchema();
     EXPECT_EQ(metaClass_PptyInt.getGenealogyTreeSchema(), root + 1);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 using namespace quarn;
 
@@ -37,11 +38,8 @@ TEST(ByteId, PrintsBothTextForms) {
 
 TEST(ByteId, ReadsPairsOfDigits) {
     std::string const zeros(32, '0');
-    struct Case {
-        char const *text, *bytes;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<char const*, char const*> const cases[] = {
         {"00112233445566778899aabbccddeeff", "00112233445566778899AABBCCDDEEFF"},
         {"-0-0-11--22-3344556677889-9AabBCcDdeEfF-", "00112233445566778899AABBCCDDEEFF"}, {"ABC", "AB"},
         {"ABg", "AB"}, {"AB-", "AB"}, {"A", ""}, {"", ""}, {"----", ""}, {"0011zz", ""}, {"110g22", ""},
@@ -50,8 +48,8 @@ TEST(ByteId, ReadsPairsOfDigits) {
         {"00112233445566778899AABBCCDDEEFFzz", "00112233445566778899AABBCCDDEEFF"},
         {"00112233445566778899AABBCCDDEEFz", ""}};
     // clang-format on
-    for (Case const& c : cases)
-        EXPECT_EQ(hexOf(c.text), std::string(c.bytes) + zeros.substr(std::string(c.bytes).size())) << c.text;
+    for (auto const& [text, bytes] : cases)
+        EXPECT_EQ(hexOf(text), std::string(bytes) + zeros.substr(std::string(bytes).size())) << text;
     QN_String none;
     none.reserve(0, false);
     EXPECT_TRUE(ByteId(none).isZero());

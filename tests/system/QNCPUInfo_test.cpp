@@ -30,6 +30,7 @@ TEST(QNCPUInfo, PrintsALineWhereThereIsNoProcessor) {
     WithoutProcessor const info;
     testing::internal::CaptureStdout();
     EXPECT_EQ(info.numCoresPerPackage(), 0u);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "else\n");
+    EXPECT_EQ(info.printAPICInfo(), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "else\nelse\n");
     EXPECT_EQ(info.vendor(), 0) << "no vendor is ever found";
 }

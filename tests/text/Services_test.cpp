@@ -12,6 +12,10 @@
 #include <dlfcn.h>
 
 #include <cstdlib>
+#include <string>
+#include <tuple>
+
+using namespace std::string_literals;
 
 namespace {
 
@@ -35,53 +39,37 @@ TEST(MakeSurePathExists, MakesEveryFolderOnTheWay) {
 }
 
 TEST(PathSplitting, NeverLooksAtTheFirstCharacter) {
-    struct Case {
-        std::string path, dir, file; // an empty folder stands for a path without a separator
-    };
+    // An empty folder stands for a path without a separator.
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, std::string, std::string> const cases[] = {
         {"dir/file", "dir", "file"}, {"a\\b/c", "a\\b", "c"}, {"a/b\\c", "a/b", "c"}, {"/a/b", "/a", "b"},
         {"dir/", "dir", ""}, {"//", "/", ""}, {"/file", "", "/file"}, {"abc", "", "abc"}, {"/", "", "/"},
         {"", "", ""}};
     // clang-format on
-    for (Case const& c : cases) {
-        std::string text = c.path;
-        EXPECT_STREQ(PathFindFileName(text.data()), c.file.c_str()) << c.path;
-        char dir[16] = "untouched";
-        char const* file = nullptr;
-        unsigned int const length = GetFullPathName2(c.path.c_str(), 1, dir, &file);
-        if (c.dir.empty()) {
-            EXPECT_EQ(length, 0u) << c.path;
-            EXPECT_STREQ(dir, "untouched");
-            EXPECT_EQ(file, nullptr);
-        } else {
-            EXPECT_EQ(length, c.path.size()) << c.path;
-            EXPECT_STREQ(dir, c.dir.c_str());
-            EXPECT_EQ(file, c.path.c_str() + c.path.size() - c.file.size()) << "into the path, not the copy";
-        }
+    for (auto const& [path, dir, file] : cases) {
+        std::string text = path;
+        EXPECT_STREQ(PathFindFileName(text.data()), file.c_str()) << path;
+        char folder[16] = "untouched";
+        char const* found = nullptr;
+        unsigned int const length = GetFullPathName2(path.c_str(), 1, folder, &found);
+        EXPECT_EQ(length, dir.empty() ? 0 : path.size()) << path;
+        EXPECT_STREQ(folder, dir.empty() ? "untouched" : dir.c_str());
+        EXPECT_EQ(found, dir.empty() ? nullptr : path.c_str() + path.size() - file.size())
+            << "into the path, not the copy";
     }
 }
 
 TEST(ReplaceCharacter, CountsWhatItOverwrites) {
-    struct Case {
-        std::string text;
-        char from, to;
-        unsigned int count;
-        std::string result;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, char, char, unsigned int, std::string> const cases[] = {
         {"a.b.c", '.', '_', 2, "a_b_c"}, {"abc", '.', '_', 0, "abc"}, {"", 'a', 'b', 0, ""},
-        {"aa", 'a', 'a', 2, "aa"}, {"a.b.c", '.', '\0', 1, "a"}, {"abc", '\0', 'x', 0, "abc"}};
+        {"aa", 'a', 'a', 2, "aa"}, {"a.b.c", '.', '\0', 1, "a\0b.c"s}, {"abc", '\0', 'x', 0, "abc"}};
     // clang-format on
-    for (Case const& c : cases) {
-        std::string text = c.text;
-        EXPECT_EQ(replaceCharacter(text.data(), c.from, c.to), c.count) << c.text;
-        EXPECT_STREQ(text.c_str(), c.result.c_str());
+    for (auto const& [before, from, to, count, result] : cases) {
+        std::string text = before;
+        EXPECT_EQ(replaceCharacter(text.data(), from, to), count) << before;
+        EXPECT_EQ(text, result) << "behind a NUL the text stays";
     }
-    std::string text = "a.b.c";
-    replaceCharacter(text.data(), '.', '\0');
-    EXPECT_EQ(text, std::string("a\0b.c", 5)) << "the text ends at the NUL";
 }
 
 TEST(Environment, KnowsVariablesByNameAlone) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace std::string_literals;
 using Tokens = std::vector<std::string>;
 
@@ -32,16 +34,14 @@ TEST(Format, PassesMemoryExhaustionOn) {
 }
 
 TEST(ReplaceAll, GoesLeftToRightOnce) {
-    struct Case {
-        std::string text, from, to, result;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, std::string, std::string, std::string> const cases[] = {
         {"aaa", "aa", "b", "ba"}, {"a-b", "-", "--", "a--b"}, {"-a-", "-", "", "a"},
         {"abc", "", "x", "abc"}, {"abc", "abcd", "x", "abc"}, {"", "a", "x", ""},
         {"aba", "aba", "aba", "aba"}, {"x\0y\0"s, "\0"s, "0", "x0y0"}};
     // clang-format on
-    for (Case const& c : cases) EXPECT_EQ(StringTools::replace_all(c.text, c.from, c.to), c.result) << c.text;
+    for (auto const& [text, from, to, result] : cases)
+        EXPECT_EQ(StringTools::replace_all(text, from, to), result) << text;
 }
 
 TEST(Filters, KeepWhatTheyAreNamedFor) {
@@ -53,22 +53,16 @@ TEST(Filters, KeepWhatTheyAreNamedFor) {
 }
 
 TEST(Tokenize, SplitsAtAnyDelimiterUpToTheLimit) {
-    struct Case {
-        std::string text, delimiters;
-        int limit;
-        Tokens tokens;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, std::string, int, Tokens> const cases[] = {
         {"a  b c", " ", 0, {"a", "b", "c"}}, {"a  b c", " ", 2, {"a", " b c"}},
         {"a  b c", " ", 1, {"a  b c"}}, {"  a b", " ", -7, {"a b"}}, {",a,,b,", ",", 0, {"a", "b"}},
         {",a,,b,", ",", 2, {"a", ",b,"}}, {"a,", ",", 2, {"a"}}, {"a,b", ",", 2, {"a", "b"}},
         {"a b,c", ", ", 3, {"a", "b", "c"}}, {"a,b", ",", 2147483647, {"a", "b"}}, {"a,b", "", 0, {"a,b"}},
         {"a\xFF,b", ",", 0, {"a\xFF", "b"}}, {"a\\\"b c\"", " ", 0, {"a\\\"b", "c\""}}};
     // clang-format on
-    for (Case const& c : cases)
-        EXPECT_EQ(StringTools::tokenize(c.text, c.delimiters, c.limit, false), c.tokens)
-            << c.text << " " << c.limit;
+    for (auto const& [text, delimiters, limit, tokens] : cases)
+        EXPECT_EQ(StringTools::tokenize(text, delimiters, limit, false), tokens) << text << " " << limit;
     for (int const limit : {-1, 0, 1, 2})
         for (std::string const text : {"", ",,,"})
             EXPECT_EQ(StringTools::tokenize(text, ",", limit, limit % 2 == 0), Tokens{});
@@ -80,13 +74,8 @@ TEST(Tokenize, KnowsQuotesAndBackslashes) {
         for (char& c : text) c = c == '\'' ? '"' : c == '/' ? '\\' : c;
         return text;
     };
-    struct Case {
-        std::string text;
-        int limit;
-        Tokens tokens;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<std::string, int, Tokens> const cases[] = {
         {"x 'y z' w", 0, {"x", "y z", "w"}}, {"ab'cd ef'", 0, {"ab", "cd ef"}}, {"a/'b", 0, {"a'b"}},
         {"a//b", 0, {"a/b"}}, {"a/b", 0, {"a/b"}}, {"a/ b", 0, {"a", "b"}}, {"a/", 0, {"a"}},
         {"'a/ b'", 0, {"a/ b"}}, {"'  a '", 0, {"a "}}, {"''", 0, {}}, {"a '' b", 0, {"a", "b"}},
@@ -94,27 +83,23 @@ TEST(Tokenize, KnowsQuotesAndBackslashes) {
         {"'a' 'b c", 2, {"a", "'b c"}}, {"a 'b c' d", 3, {"a", "b c", "d"}},
         {"x'y z' w", 2, {"x", "y z' w"}}};
     // clang-format on
-    for (Case const& c : cases) {
-        Tokens expected = c.tokens;
+    for (auto const& [text, limit, tokens] : cases) {
+        Tokens expected = tokens;
         for (std::string& token : expected) token = readable(token);
-        EXPECT_EQ(StringTools::tokenize(readable(c.text), " ", c.limit, true), expected) << c.text;
+        EXPECT_EQ(StringTools::tokenize(readable(text), " ", limit, true), expected) << text;
     }
     EXPECT_EQ(StringTools::tokenize("a\"b\\c", "\"\\", 0, true), (Tokens{"a", "b", "c"}))
         << "a quote or backslash among the delimiters is a delimiter first";
 }
 
 TEST(ParseDuration, AddsUnits) {
-    struct Case {
-        char const* text;
-        unsigned int minutes;
-    };
     // clang-format off
-    Case const cases[] = {
+    std::tuple<char const*, unsigned int> const cases[] = {
         {"", 0}, {"abc", 0}, {"5", 5}, {"2h", 120}, {"1d 30", 1470}, {"1w", 10080}, {"1W", 1}, {"90m", 90},
         {"1h30m", 90}, {"1w2d3h30", 13170}, {"1D1H", 1500}, {"-1 2", 12}, {"4294967297", 1},
         {"\xB2" "3", 3}};
     // clang-format on
-    for (Case const& c : cases) EXPECT_EQ(StringTools::parseDuration(c.text), c.minutes) << c.text;
+    for (auto const& [text, minutes] : cases) EXPECT_EQ(StringTools::parseDuration(text), minutes) << text;
 }
 
 TEST(Escaping, OfTexts) {

@@ -75,8 +75,7 @@ public:
     bool operator!=(DQuat const& b) const { return !(*this == b); }
 
     /// -1, 0 or 1 by the first elements whose keys differ. The key of an element is the low half of its bit
-    /// pattern: an order for containers, not of numbers. Meant. It may find 0 for quaternions that are
-    /// not ==.
+    /// pattern: an order for containers, not of numbers. Meant. It may be 0 where the two are not ==.
     int CompareArrays(DQuat const& b) const { return quarn::detail::compareKeys(*this, b, orderKey); }
     bool operator<(DQuat const& b) const { return CompareArrays(b) < 0; }
     bool operator<=(DQuat const& b) const { return CompareArrays(b) <= 0; }
@@ -98,13 +97,15 @@ public:
 
     /// From p (t = 0) to q (t = 1) along the arc between them, the long way when their product is negative.
     /// p where the arc is shorter than 1e-8 or both are one unit quaternion; NaN for a product beyond -1
-    /// or 1. (Ken Shoemake, "Animating rotation with quaternion curves", 1985, as are the three below.)
+    /// or 1. (Ken Shoemake, "Animating rotation with quaternion curves", 1985.)
     static DQuat Slerp(double t, DQuat const& p, DQuat const& q) { return quarn::detail::slerp(t, p, q); }
-    /// As Slerp, with `spins` further half turns of the arc on the way.
+    /// As Slerp, with `spins` half circles more on the way, each a whole turn of what is rotated; an odd
+    /// number ends at -q. (Jack Morrison, "Quaternion interpolation with extra spins", 1992.)
     static DQuat SlerpExtraSpins(double t, DQuat const& p, DQuat const& q, int spins);
-    /// The inner control point at the unit quaternion b, between a and c, for Squad.
+    /// The inner control point for Squad at the unit quaternion b, on the way from a to c.
     static DQuat GetIntermediate(DQuat const& a, DQuat const& b, DQuat const& c);
-    /// The spherical cubic from p to q with the inner control points a and b.
+    /// The spherical cubic from p to q with the inner control points a and b. (Ken Shoemake, "Quaternion
+    /// calculus and fast animation", 1987.)
     static DQuat Squad(double t, DQuat const& p, DQuat const& a, DQuat const& b, DQuat const& q);
 
 private:

@@ -108,12 +108,13 @@ bool IsInBox(Vector3<float> const& p, Vector3<float> const& lo, Vector3<float> c
 
 bool CrossCheck(int a0, int a1, int a2, int b0, int b1, int b2, int* opposite, int* own) {
     int const a[3] = {a0, a1, a2}, b[3] = {b0, b1, b2};
-    auto const isShared = [&](int vertex) { return std::find(b, b + 3, vertex) != b + 3; };
-    if (std::count_if(a, a + 3, isShared) != 2) return false;
-    *own = *std::find_if_not(a, a + 3, isShared);
-    // A shared vertex of the second triangle is one that the first has too.
-    auto const found =
-        std::find_if(b, b + 3, [&](int vertex) { return std::find(a, a + 3, vertex) == a + 3; });
+    auto const isIn = [](int const* triangle, int vertex) {
+        return std::find(triangle, triangle + 3, vertex) != triangle + 3;
+    };
+    if (isIn(b, a0) + isIn(b, a1) + isIn(b, a2) != 2) return false;
+    *own = !isIn(b, a0) ? a0 : !isIn(b, a1) ? a1 : a2;
+    // A vertex of the second triangle that the first has too is one of the shared two.
+    auto const found = std::find_if(b, b + 3, [&](int vertex) { return !isIn(a, vertex); });
     if (found != b + 3) *opposite = *found;
     return true;
 }

@@ -1,7 +1,8 @@
 // Quat: a quaternion of four floats, for rotations, with conversions and interpolation.
 //     Quat q(Vector3<float>(0, 0, 1), pi / 2);         // a quarter turn about z
 //     Matrix4<float> m;  ...  Quat(&m)                 // out of the rotation in a placement
-// It is DQuat in single precision, where every operation is described. What differs, and is meant to:
+// It is DQuat in single precision; every operation, and the word on last bits, stands there. What differs,
+// and is meant to:
 //   - the 3x3 forms are of double: the constructor reads Matrix3<double>, QuatToMatrix writes one, for row
 //     vectors where DQuat's is for column vectors; FromRotationMatrix takes Matrix3<float>
 //   - trigonometry is taken in double and narrowed, thresholds are compared in double

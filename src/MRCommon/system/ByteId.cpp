@@ -41,8 +41,11 @@ void putPair(char* out, unsigned char byte) { std::memcpy(out, pairs[byte].data(
 
 /// All digits and the terminator.
 void putDigits(char* out, ByteId::Bytes const& bytes) {
-    for (unsigned int i = 0; i < bytes.size(); ++i) putPair(out + 2 * i, bytes[i]);
-    out[2 * bytes.size()] = '\0';
+    for (unsigned char const byte : bytes.elements) {
+        putPair(out, byte);
+        out += 2;
+    }
+    *out = '\0';
 }
 
 template <class Integer> Integer fromBigEndian(unsigned char const* bytes) {
@@ -71,6 +74,8 @@ bool readPairs(std::string_view text, ByteId::Bytes& bytes) {
 }
 
 } // namespace
+
+unsigned int const ByteId::BYTE_LENGTH;
 
 ByteId::ByteId(Variant const& variant) {
     bytes_[7] = static_cast<unsigned char>(static_cast<unsigned int>(variant) << 5);

@@ -17,7 +17,7 @@ namespace quarn {
 
 class MRCOMMON_API ByteId {
 public:
-    static constexpr unsigned int BYTE_LENGTH = 16;
+    static unsigned int const BYTE_LENGTH = 16;
     using Bytes = TupleN<BYTE_LENGTH, unsigned char>;
 
     /// The number in the top three bits of byte 7, as far as `variant()` tells it apart.

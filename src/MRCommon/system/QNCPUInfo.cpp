@@ -62,7 +62,8 @@ unsigned int QNCPUInfo::numProcessingPackages() const { return 0; }
 unsigned int QNCPUInfo::getAPIC_ID() const { return 0; }
 
 int QNCPUInfo::printAPICInfo() const {
-    unsigned int const logicalPerCore = logicalPerPackage / numCoresPerPackage();
+    unsigned int const cores = numCoresPerPackage();
+    unsigned int const logicalPerCore = cores == 0 ? 0 : logicalPerPackage / cores;
     unsigned int identifiers = 1; // worked out and, as it is meant, not told
     while (identifiers < logicalPerCore) identifiers *= 2;
     return 1;

@@ -23,8 +23,7 @@ public:
     unsigned int numProcessingPackages() const;  ///< 0
     unsigned int getAPIC_ID() const;             ///< 0
 
-    /// 1. Prints nothing, unlike its name, and divides by the cores per package, so it needs a logical
-    /// processor.
+    /// 1. Prints nothing of its own, unlike its name.
     int printAPICInfo() const;
 
 protected:

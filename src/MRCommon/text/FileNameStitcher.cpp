@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <string_view>
 
 using quarn::QN_String;
@@ -63,7 +62,7 @@ private:
     FrameField field_;
 };
 
-/// The parts of a name; put together, they are no text with a terminator but so many bytes.
+/// The parts of a name, measured before they are written as so many bytes without a terminator.
 struct NameParts {
     std::string_view prefix;
     std::string_view name;
@@ -119,6 +118,11 @@ private:
     unsigned int padding_;
 };
 
+/// Of a number too long the low 32 bits count.
+unsigned int frameOf(std::string_view digits) {
+    return static_cast<unsigned int>(quarn::detail::leadingInteger(std::string(digits)));
+}
+
 /// What a path says about its sequence, before the disk is asked.
 struct ParsedPath {
     std::string_view name;
@@ -126,10 +130,6 @@ struct ParsedPath {
     std::string_view digits; ///< the characters of the frame; empty where there is none
     FrameExtensionOrder order = FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME;
 
-    /// Of a number too long the low 32 bits count.
-    unsigned int frame() const {
-        return static_cast<unsigned int>(quarn::detail::leadingInteger(std::string(digits)));
-    }
     unsigned int padding() const { return static_cast<unsigned int>(digits.size()); }
 
     /// Only where the digits stand right behind the name.
@@ -145,8 +145,9 @@ struct FrameRange {
 
 FrameRange rangeOnDisk(ParsedPath const& path) {
     FrameProbe const exists(path.order, path.name, path.ext, path.padding());
-    return {quarn::detail::firstFrame(path.frame(), exists),
-            quarn::detail::lastFrame(path.frame(), path.padding(), exists)};
+    unsigned int const known = frameOf(path.digits);
+    return {quarn::detail::firstFrame(known, exists),
+            quarn::detail::lastFrame(known, path.padding(), exists)};
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -163,7 +164,7 @@ std::string_view takeLastPiece(std::string_view& text) {
 /// Whether the last piece of a path is a frame. Meant: a piece such as "12abc" is one too.
 bool isFrame(std::string_view piece) {
     if (piece.empty()) return false;
-    return std::all_of(piece.begin(), piece.end(), isDigit) || ParsedPath{"", "", piece}.frame() != 0;
+    return std::all_of(piece.begin(), piece.end(), isDigit) || frameOf(piece) != 0;
 }
 
 /// The digits at the end of a stem, ten at most; what stands before them stays part of the name.

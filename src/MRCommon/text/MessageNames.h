@@ -4,16 +4,16 @@
 
 namespace quarn::mr_mesgs {
 
-inline constexpr char const* DAEMON_TYPE_CAP_NAME = "Daemon";
-inline constexpr char const* DAEMON_TYPE_LRW_NAME = "daemon";
-inline constexpr char const* WAVE_TYPE_CAP_NAME = "Wave";
-inline constexpr char const* WAVE_TYPE_LRW_NAME = "wave";
-inline constexpr char const* PARTICLES_TYPE_CAP_NAME = "Particles";
-inline constexpr char const* PARTICLES_TYPE_LWR_NAME = "particles"; // meant: LWR, unlike the others
-inline constexpr char const* OBJECT_TYPE_CAP_NAME = "Object";
-inline constexpr char const* OBJECT_TYPE_LRW_NAME = "object";
-inline constexpr char const* CMD_TYPE_CAP_NAME = "Command";
-inline constexpr char const* CMD_TYPE_LRW_NAME = CMD_TYPE_CAP_NAME; // meant: with the capital
+constexpr char const* DAEMON_TYPE_CAP_NAME = "Daemon";
+constexpr char const* DAEMON_TYPE_LRW_NAME = "daemon";
+constexpr char const* WAVE_TYPE_CAP_NAME = "Wave";
+constexpr char const* WAVE_TYPE_LRW_NAME = "wave";
+constexpr char const* PARTICLES_TYPE_CAP_NAME = "Particles";
+constexpr char const* PARTICLES_TYPE_LWR_NAME = "particles"; // meant: LWR, unlike the others
+constexpr char const* OBJECT_TYPE_CAP_NAME = "Object";
+constexpr char const* OBJECT_TYPE_LRW_NAME = "object";
+constexpr char const* CMD_TYPE_CAP_NAME = "Command";
+constexpr char const* CMD_TYPE_LRW_NAME = CMD_TYPE_CAP_NAME; // meant: with the capital
 
 } // namespace quarn::mr_mesgs
 

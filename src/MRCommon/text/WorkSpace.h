@@ -8,7 +8,7 @@ namespace quarn::marelle {
 
 class MRCOMMON_API WorkSpace {
 public:
-    static constexpr int NUM_USR_TOOLBARS = 0; ///< tool bars of the user's own
+    static int const NUM_USR_TOOLBARS = 0; ///< tool bars of the user's own
 };
 
 } // namespace quarn::marelle

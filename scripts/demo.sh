@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# One command on a fresh machine: installs what is missing, builds, and runs the example host: a simulation, and its check.
+# What it writes lies in build/demo afterwards.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-missing.sh build
+cmake --preset release
+cmake --build --preset release
+
+fountain=build/release/examples/fountain/fountain
+scene=examples/fountain/harbour.scene
+"$fountain" "$scene" build/demo
+"$fountain" --verify "$scene" build/demo/frames/harbour_fountain00030.rec
+echo "The records and frames lie in build/demo, the picture is build/demo/sheet.png"

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Installs from Debian's packages what a command needs and the machine lacks; with everything there, no network.
+#     install-missing.sh build           a compiler, CMake, Ninja
+#     install-missing.sh build test      and what the tests use
+set -euo pipefail
+
+missing=()
+command_of() { command -v "$1" >/dev/null || missing+=("$2"); } # command_of <command> <package>
+file_of() { [ -e "$1" ] || missing+=("$2"); }                   # file_of <file> <package>
+
+for purpose in "$@"; do
+    case $purpose in
+    build)
+        command_of g++ g++
+        command_of cmake cmake
+        command_of ninja ninja-build
+        ;;
+    test)
+        file_of /usr/include/gtest/gtest.h libgtest-dev
+        file_of /usr/include/benchmark/benchmark.h libbenchmark-dev
+        command_of clang++ clang
+        command_of clang-format clang-format
+        command_of clang-tidy clang-tidy
+        command_of valgrind valgrind
+        command_of abidiff abigail-tools
+        command_of pkg-config pkg-config
+        command_of make make
+        command_of dpkg-shlibdeps dpkg-dev
+        command_of file file
+        command_of python3 python3
+        ;;
+    *) echo "install-missing.sh: unknown purpose $purpose" >&2; exit 2 ;;
+    esac
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+echo "Installing ${missing[*]}"
+[ "$(id -u)" -eq 0 ] || { echo "run as root, or install these packages first" >&2; exit 1; }
+export DEBIAN_FRONTEND=noninteractive
+apt-get update
+# What clang recommends holds the run-time libraries of its sanitizers and fuzzing engine.
+apt-get install -y "${missing[@]}"

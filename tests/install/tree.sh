@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs the build, moves the tree to <moved tree> and examines it: the list of files, the libraries' own
+# names, and that nothing in it points to the machine it was built on.
+#     tree.sh [--update] <build folder> <source folder> <moved tree>       --update rewrites files.txt
+set -euo pipefail
+update=
+[ "$1" != --update ] || { update=yes; shift; }
+build=$1 source=$2 tree=$3
+list=$(cd "$(dirname "$0")" && pwd)/files.txt
+fail() { echo "$*"; exit 1; }
+
+rm -rf "$tree" "$tree.first"
+cmake --install "$build" --prefix "$tree.first" >/dev/null
+mv "$tree.first" "$tree"
+
+installed=$(cd "$tree" && find . ! -type d | sed 's,^\./,,' | LC_ALL=C sort)
+[ -z "$update" ] || echo "$installed" >"$list"
+diff -u --label files.txt --label installed "$list" - <<<"$installed" ||
+    fail "the installed files are not those of tests/install/files.txt; meant? build the target update_lists"
+
+for library in MRCommon qn_basic qn_fileio; do
+    dynamic=$(readelf -d "$tree/lib/lib$library.so")
+    grep -qE "SONAME.*\[lib$library\.so\.[0-9]+\]" <<<"$dynamic" || fail "lib$library has no numbered SONAME"
+    grep -qF 'Library runpath: [$ORIGIN]' <<<"$dynamic" || fail "lib$library does not look beside itself"
+done
+
+for place in "$build" "$source" "$tree.first"; do
+    ! grep -rlF "$place" "$tree" || fail "the files above know the path $place"
+done
