@@ -21,6 +21,7 @@ install(FILES ${PROJECT_BINARY_DIR}/MRCommonConfig.cmake ${PROJECT_BINARY_DIR}/M
 install(FILES ${PROJECT_BINARY_DIR}/MRCommon.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs USE_SOURCE_PERMISSIONS)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
 
 # Debian packages, one for each component: cpack -G DEB in the build folder. Only the top project packs.

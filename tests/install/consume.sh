@@ -3,6 +3,7 @@
 #     consume.sh package      <installed tree> <compiler> <scratch folder>    find_package
 #     consume.sh pkg-config   <installed tree> <compiler> <scratch folder>    pkg-config alone
 #     consume.sh subdirectory <source tree>    <compiler> <scratch folder>    add_subdirectory
+#     consume.sh examples     <installed tree> <compiler> <scratch folder>    builds and runs the installed examples
 set -euo pipefail
 way=$1 tree=$2 compiler=$3 scratch=$4
 consumer=$(cd "$(dirname "$0")/consumer" && pwd)
@@ -19,6 +20,13 @@ subdirectory)
     cmake -S "$consumer" -B "$scratch" -DCMAKE_CXX_COMPILER="$compiler" -DMRCOMMON_SOURCE="$tree"
     cmake --build "$scratch"
     libraries=$scratch/MRCommon/src
+    ;;
+examples)
+    cmake -S "$tree/share/doc/MRCommon/examples" -B "$scratch" -DCMAKE_CXX_COMPILER="$compiler" \
+        -DCMAKE_PREFIX_PATH="$tree"
+    cmake --build "$scratch" -j2
+    ctest --test-dir "$scratch" --output-on-failure --no-tests=error
+    exit
     ;;
 pkg-config)
     export PKG_CONFIG_LIBDIR=$tree/lib/pkgconfig
