@@ -11,12 +11,24 @@ namespace {
 
 using MetaClass = QN_MetaClassBase const*;
 
-/// The registered classes, oldest first, each with its id beside it so that a search walks through one array.
+unsigned long long fnv1a(QN_String const& text) {
+    unsigned long long hash = 14695981039346656037ull;
+    std::for_each(text.begin(), text.begin() + text.length(), [&](char c) {
+        hash ^= static_cast<unsigned char>(c);
+        hash *= 1099511628211ull;
+    });
+    return hash;
+}
+
+/// The registered classes, oldest first, each with what it is searched by beside it, so that a search walks
+/// through one array.
 class Registry {
 public:
-    unsigned long long add(MetaClass metaClass, unsigned long long id) {
+    unsigned long long add(MetaClass metaClass) {
+        unsigned long long const nameHash = fnv1a(metaClass->className());
+        unsigned long long id = nameHash;
         while (find(id) != nullptr) ++id;
-        entries_.push_back({id, metaClass});
+        entries_.push_back({id, nameHash, metaClass});
         ++changes_;
         return id;
     }
@@ -37,12 +49,12 @@ public:
         return nullptr;
     }
 
-    MetaClass find(QN_String const& name, unsigned long long hash) const {
-        // Nearly always the class stands under the plain hash, as the oldest of its name.
+    /// The oldest class of this name that `fits`.
+    template <class Fits> MetaClass find(QN_String const& name, Fits const& fits) const {
+        unsigned long long const nameHash = fnv1a(name);
         for (Entry const& entry : entries_)
-            if (entry.id == hash && entry.metaClass->className() == name) return entry.metaClass;
-        for (Entry const& entry : entries_)
-            if (entry.metaClass->className() == name) return entry.metaClass;
+            if (entry.nameHash == nameHash && entry.metaClass->className() == name && fits(entry.metaClass))
+                return entry.metaClass;
         return nullptr;
     }
 
@@ -53,6 +65,7 @@ public:
 private:
     struct Entry {
         unsigned long long id;
+        unsigned long long nameHash; // the id, unless another class had it
         MetaClass metaClass;
     };
     std::vector<Entry> entries_;
@@ -82,22 +95,13 @@ bool catches(QN_MetaClassBase::RunTimeType const& ancestor, QN_MetaClassBase::Ru
            ancestor.catches(descendant.throwNull);
 }
 
-unsigned long long fnv1a(QN_String const& text) {
-    unsigned long long hash = 14695981039346656037ull;
-    std::for_each(text.begin(), text.begin() + text.length(), [&](char c) {
-        hash ^= static_cast<unsigned char>(c);
-        hash *= 1099511628211ull;
-    });
-    return hash;
-}
-
 } // namespace
 
 QN_MetaClassBase const metaClass_QN_Class("QN_Class", 1);
 
 QN_MetaClassBase::QN_MetaClassBase(char const* name, unsigned int const& schema)
     : name_(name), schema_(schema) {
-    id_ = registry().add(this, fnv1a(name_));
+    id_ = registry().add(this);
 }
 
 QN_MetaClassBase::~QN_MetaClassBase() { registry().remove(this); }
@@ -107,7 +111,8 @@ bool QN_MetaClassBase::hasAncestor(unsigned long long const& id) const {
 }
 
 bool QN_MetaClassBase::hasAncestor(QN_String const& name) const {
-    return name == name_ || descendsFrom(find(name));
+    auto const isAncestor = [this](MetaClass other) { return descendsFrom(other); };
+    return name == name_ || registry().find(name, isAncestor) != nullptr;
 }
 
 unsigned int QN_MetaClassBase::getGenealogyTreeSchema() const {
@@ -131,7 +136,7 @@ void QN_MetaClassBase::printf() const {
 }
 
 QN_MetaClassBase const* QN_MetaClassBase::find(QN_String const& name) {
-    return registry().find(name, fnv1a(name));
+    return registry().find(name, [](MetaClass) { return true; });
 }
 
 QN_MetaClassBase const* QN_MetaClassBase::find(unsigned long long id) { return registry().find(id); }

@@ -4,6 +4,7 @@
 #include <MRCommon/properties/PptyText.h>
 #include <MRCommon/properties/QN_System_Enum.h>
 
+#include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TestFile.h"
 #include "support/WorkSpaceVersion.h"
@@ -61,6 +62,14 @@ TEST(PptyArrayString, HasTheListsText) {
     QN_String flag("longer");
     qn_basicppty::QN_set(flag, true);
     EXPECT_TRUE(flag == "True" && flag.size() == 5);
+}
+
+TEST(PptyArrayString, MakesItsTextWithoutOneOfEachElement) {
+    PptyArrayString p("n");
+    for (int i = 0; i < 50; ++i) p.getRefToValue()->push_back("a text too long to stand in a small buffer");
+    AllocationCounter count;
+    EXPECT_EQ(p.toStr().length(), 50 * 44u + 2);
+    EXPECT_LT(count.made(), 20);
 }
 
 TEST(PptyArrayString, TakesListsOnly) {

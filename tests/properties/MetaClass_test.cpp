@@ -73,6 +73,15 @@ TEST(Registry, ForgetsWhatIsDestroyed) {
     EXPECT_EQ(QN_MetaClassBase::find("Twice"), &second) << "found although its id had moved on";
 }
 
+TEST(Registry, KeepsTheOldestOfANameWhenAnotherTakesItsId) {
+    auto first = std::make_unique<QN_MetaClass<Wind>>("Thrice", 1);
+    QN_MetaClass<Wind> const second("Thrice", 2);
+    first.reset();
+    QN_MetaClass<Wind> const third("Thrice", 3);
+    EXPECT_EQ(third.classId() + 1, second.classId());
+    EXPECT_EQ(QN_MetaClassBase::find("Thrice"), &second);
+}
+
 TEST(MetaClass, MakesAndDeletesObjects) {
     for (QN_MetaClassBase const* m : QN_MetaClassBase::registered()) {
         AllocationCounter count;
@@ -113,6 +122,13 @@ TEST(MetaClass, KnowsAncestorsByRunTimeType) {
     }
     EXPECT_TRUE(metaClass_QN_Class.hasAncestor("QN_Class"));
     EXPECT_FALSE(metaClass_QN_Class.hasAncestor("PptyInt"));
+}
+
+TEST(MetaClass, KnowsAnAncestorByANameThatIsNotItsAlone) {
+    QN_MetaClass<PptyInt> const other("Gust", 1);
+    QN_MetaClass<Wind> const ancestor("Gust", 1);
+    EXPECT_TRUE(metaClass_Storm.hasAncestor("Gust"));
+    EXPECT_FALSE(metaClass_PptyFloat.hasAncestor("Gust"));
 }
 
 TEST(MetaClass, AsksAnewWhenClassesHaveComeOrGone) {

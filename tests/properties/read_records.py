@@ -2,7 +2,7 @@
 """Reads records as docs/records.md describes them, without the library, and prints one line for each file.
 
     read_records.py <file>...
-    PptyFloat.raw name="gravity" value=-9.8100004196166992
+    PptyFloat.raw PptyFloat name="gravity" value=-9.8100004196166992
 
 A file is named <class>[-<what>].<raw|endian>, or ItemVariant[-<what>].raw, and holds one record of a little-endian
 machine; "5087" in its name tells the workspace version, which is 5088 otherwise. Real numbers have 17 digits. A string
@@ -100,8 +100,7 @@ def enumeration(record, version):
     return {"label": label, "index": index, "labels": labels, "values": values}
 
 
-def fields(path):
-    kind = path.name.split(".")[0].split("-")[0]
+def fields(path, kind):
     record = Record(path.read_bytes(), path.suffix == ".raw")
     if kind == "ItemVariant":
         found = variant(record)
@@ -120,4 +119,5 @@ def fields(path):
 
 if __name__ == "__main__":
     for name in map(pathlib.Path, sys.argv[1:]):
-        print(name.name, *(f"{what}={shown(value)}" for what, value in fields(name).items()))
+        kind = name.name.split(".")[0].split("-")[0]
+        print(name.name, kind, *(f"{what}={shown(value)}" for what, value in fields(name, kind).items()))

@@ -1,7 +1,8 @@
 // Array: a list of elements, copied exactly, appended to with an eighth in reserve.
 //     Array<int> values{10, 20};        // size 2, capacity 2
 //     values.push_back(30);             // size 3, capacity 2 + 0 + 4 = 6
-// In a list of strings every slot beyond the size is a live empty string.
+// In a list of strings every slot beyond the size is a live string: an empty one, or, where the size went
+// down, one whose buffer waits to be used again.
 #ifndef MRCOMMON_BASIC_ARRAY_H
 #define MRCOMMON_BASIC_ARRAY_H
 

@@ -47,6 +47,7 @@ private:
     void setBytes(char const* bytes, unsigned int count);
     static void append(Array<QN_String>& out, char const* bytes, unsigned int count);
 
+    // Compared by bytes, which are unsigned, up to the first NUL of each.
     friend bool operator==(QN_String const& a, QN_String const& b) { return a.view() == b.view(); }
     friend bool operator!=(QN_String const& a, QN_String const& b) { return a.view() != b.view(); }
     friend bool operator==(QN_String const& a, char const* b) {

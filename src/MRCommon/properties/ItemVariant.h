@@ -48,7 +48,7 @@ public:
     template <class T> static ItemVariant fresh();
 
     ItemVariant(ItemVariant const& other);                     ///< deep; copies are sized exactly
-    ItemVariant(ItemVariant&& other) noexcept { swap(other); } ///< leaves tag 0 behind
+    ItemVariant(ItemVariant&& other) noexcept { swap(other); } ///< leaves a default one behind
     ItemVariant& operator=(ItemVariant other) noexcept;        ///< deep, or a move
 
     virtual ~ItemVariant(); ///< slots 0 and 1

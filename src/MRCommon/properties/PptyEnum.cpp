@@ -15,7 +15,9 @@ namespace {
 
 constexpr int noChoice = -1;
 
-QN_String const workSpace("WorkSpace"); // made once, so that reading a record makes no string
+// Made once, so that reading a record makes no string.
+QN_String const workSpace("WorkSpace");
+QN_String const noLabel;
 
 /// The last workspace version whose enumerations carry no layout number, and the last layout without a label.
 constexpr unsigned int lastVersionWithoutLayout = 5087;
@@ -87,10 +89,7 @@ template <class Stream> void PptyEnum::readFromT(Stream& stream) {
     readTable(stream);
     index = stored;
     int const choice = findChoice([&](unsigned int i) { return itemValues[i] == stored; });
-    if (choice == noChoice)
-        label = QN_String();
-    else
-        label = itemLabels[static_cast<unsigned int>(choice)];
+    label = choice == noChoice ? noLabel : itemLabels[static_cast<unsigned int>(choice)];
 }
 
 template <class Stream> void PptyEnum::readTable(Stream& stream) {

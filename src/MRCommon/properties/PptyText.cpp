@@ -3,12 +3,13 @@
 #include <MRCommon/properties/PptyEnum.h>
 
 #include <string>
+#include <string_view>
 
 namespace quarn::qn_basicppty {
 
 namespace {
 
-std::string visible(QN_String const& text) { return {text.data(), text.length()}; }
+std::string_view visible(QN_String const& text) { return {text.data(), text.length()}; }
 
 } // namespace
 
@@ -16,15 +17,16 @@ void QN_set(QN_String& out, bool const& value) { out = value ? "True" : "False";
 
 void QN_set(QN_String& out, Array<QN_String> const& list) {
     std::string text;
-    for (QN_String const& element : list) text += (text.empty() ? "[ " : ", ") + visible(element);
+    for (QN_String const& element : list) text.append(text.empty() ? "[ " : ", ").append(visible(element));
     if (!text.empty()) text += " ]";
     out = text.c_str();
 }
 
 void QN_set(QN_String& out, PptyEnum const& property) {
     auto const& [label, index] = *property.getVariantValue().as<Tuple2<QN_String, int>>();
-    std::string const text = " PptyEnum : " + visible(property.getName()) + "( " + visible(label) + ", " +
-                             std::to_string(index) + " )\n";
+    std::string text = " PptyEnum : ";
+    text.append(visible(property.getName())).append("( ").append(visible(label)).append(", ");
+    text.append(std::to_string(index)).append(" )\n");
     out = text.c_str();
 }
 
