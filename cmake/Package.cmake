@@ -1,5 +1,5 @@
 # What an installed tree offers: headers, libraries, find_package(MRCommon CONFIG), MRCommon.pc, the manual's pages.
-# All of it may be moved. Components: runtime (the libraries), development (what callers compile with), docs.
+# All of it may be moved. Components: runtime (the libraries), development (what callers compile with), tools, docs.
 
 include(CMakePackageConfigHelpers)
 
@@ -34,7 +34,7 @@ set(CPACK_PACKAGE_VENDOR "MRCommon developers")
 set(CPACK_PACKAGE_CONTACT "MRCommon developers <developers@mrcommon.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development docs)
+set(CPACK_COMPONENTS_ALL runtime development tools docs)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -46,6 +46,8 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmrcommon-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME mrcommon-tools) # apart, so that libraries of two SONAMEs can stand side by side
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_DOCS_PACKAGE_NAME libmrcommon-doc)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOCS_PACKAGE_ARCHITECTURE all)
@@ -54,4 +56,5 @@ include(CPack)
 cpack_add_component(runtime DESCRIPTION "${PROJECT_DESCRIPTION}: shared libraries")
 cpack_add_component(development DESCRIPTION "${PROJECT_DESCRIPTION}: headers, CMake and pkg-config files"
     DEPENDS runtime)
+cpack_add_component(tools DESCRIPTION "${PROJECT_DESCRIPTION}: command-line programs" DEPENDS runtime)
 cpack_add_component(docs DESCRIPTION "${PROJECT_DESCRIPTION}: documentation")

@@ -3,7 +3,7 @@
 //     byte 1    odd: the workspace version is the last with the old layout of enumerations
 //     the rest  a raw stream
 #include "Input.h"
-#include "support/WorkSpaceVersion.h"
+#include "tools/WorkSpaceVersion.h"
 
 #include <MRCommon/properties/MetaClasses.h>
 

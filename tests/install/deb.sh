@@ -9,7 +9,7 @@ fail() { echo "$*"; exit 1; }
 rm -rf "$scratch"
 cpack -G DEB --config "$build/CPackConfig.cmake" -B "$scratch/packages"
 packages=("$scratch"/packages/*.deb)
-[ ${#packages[@]} -eq 3 ] || fail "expected three packages: ${packages[*]}"
+[ ${#packages[@]} -eq 4 ] || fail "expected four packages: ${packages[*]}"
 for package in "${packages[@]}"; do
     name=$(dpkg-deb -f "$package" Package)
     depends=$(dpkg-deb -f "$package" Depends)
@@ -18,7 +18,7 @@ for package in "${packages[@]}"; do
         [[ $depends == *libc6* && $depends == *libstdc++6* ]] || fail "$name depends on: $depends"
         [ "$(dpkg-deb --ctrl-tarfile "$package" | tar -xO ./shlibs | wc -l)" -ge 3 ] || fail "$name lacks shlibs"
         ;;
-    libmrcommon-dev) [[ $depends == libmrcommon[0-9]*" (= "* ]] || fail "$name depends on: $depends" ;;
+    libmrcommon-dev | mrcommon-tools) [[ $depends == libmrcommon[0-9]*" (= "* ]] || fail "$name depends on: $depends" ;;
     libmrcommon-doc) ;;
     *) fail "unexpected package $name" ;;
     esac

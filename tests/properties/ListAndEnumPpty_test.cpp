@@ -7,7 +7,7 @@
 #include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TestFile.h"
-#include "support/WorkSpaceVersion.h"
+#include "tools/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -108,7 +108,7 @@ inline unsigned int QN_String::tokenize(char const& separator, Array<QN_String>&
         auto const position = static_cast<unsigned int>(hit - rest);
         *hit = '\0';
         append(out, rest, position + 1);
-        if (position + 2 >= left) { // the separator was the last character
+        if (left - position <= 2) { // the separator was the last character
             append(out, "", 1);
             return out.size();
         }

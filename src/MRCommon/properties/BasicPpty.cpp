@@ -1,12 +1,13 @@
 #include <MRCommon/properties/BasicPpty.h>
 
 #include <MRCommon/properties/detail/BasePptyCode.h>
+#include <MRCommon/properties/detail/NoText.h>
 #include <MRCommon/properties/detail/ValueRecord.h>
 #include <MRCommon/properties/detail/ValueText.h>
 
 namespace quarn {
 
-template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty() : BasicPpty(QN_String()) {}
+template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty() : BasicPpty(detail::noText) {}
 
 template <class T, unsigned int TypeCode>
 BasicPpty<T, TypeCode>::BasicPpty(QN_String const& name) : BasePpty<T, TypeCode>(name) {}

@@ -2,13 +2,14 @@
 
 #include <MRCommon/basic/StreamEncoding.h>
 #include <MRCommon/properties/detail/BasePptyCode.h>
+#include <MRCommon/properties/detail/NoText.h>
 #include <MRCommon/properties/PptyText.h>
 
 namespace quarn {
 
 template class BasePpty<Array<QN_String>, Ppty::TYPE_ARRAY_STRING>;
 
-PptyArrayString::PptyArrayString() : PptyArrayString(QN_String()) {}
+PptyArrayString::PptyArrayString() : PptyArrayString(detail::noText) {}
 
 PptyArrayString::PptyArrayString(QN_String const& name) : BasePpty(name) {}
 

@@ -2,6 +2,7 @@
 
 #include <MRCommon/basic/StreamEncoding.h>
 #include <MRCommon/properties/detail/BasePptyCode.h>
+#include <MRCommon/properties/detail/NoText.h>
 #include <MRCommon/properties/PptyText.h>
 #include <MRCommon/text/ConfigurationMngr.h>
 
@@ -17,7 +18,6 @@ constexpr int noChoice = -1;
 
 // Made once, so that reading a record makes no string.
 QN_String const workSpace("WorkSpace");
-QN_String const noLabel;
 
 /// The last workspace version whose enumerations carry no layout number, and the last layout without a label.
 constexpr unsigned int lastVersionWithoutLayout = 5087;
@@ -31,9 +31,10 @@ bool recordsCarryALayoutNumber() {
 
 } // namespace
 
-PptyEnum::PptyEnum() : PptyEnum(QN_String()) {}
+PptyEnum::PptyEnum() : PptyEnum(detail::noText) {}
 
-PptyEnum::PptyEnum(QN_String const& name) : PptyEnum(name, Tuple2<QN_String, int>(QN_String(), noChoice)) {}
+PptyEnum::PptyEnum(QN_String const& name)
+    : PptyEnum(name, Tuple2<QN_String, int>(detail::noText, noChoice)) {}
 
 PptyEnum::PptyEnum(QN_String const& name, Tuple2<QN_String, int> const& value) : BasePpty(name, value) {}
 
@@ -89,7 +90,7 @@ template <class Stream> void PptyEnum::readFromT(Stream& stream) {
     readTable(stream);
     index = stored;
     int const choice = findChoice([&](unsigned int i) { return itemValues[i] == stored; });
-    label = choice == noChoice ? noLabel : itemLabels[static_cast<unsigned int>(choice)];
+    label = choice == noChoice ? detail::noText : itemLabels[static_cast<unsigned int>(choice)];
 }
 
 template <class Stream> void PptyEnum::readTable(Stream& stream) {

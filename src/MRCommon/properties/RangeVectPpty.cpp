@@ -1,6 +1,7 @@
 #include <MRCommon/properties/RangeVectPpty.h>
 
 #include <MRCommon/basic/Limits.h>
+#include <MRCommon/properties/detail/NoText.h>
 #include <MRCommon/properties/detail/RangePptyCode.h>
 
 #include <type_traits>
@@ -55,7 +56,7 @@ template <class T, unsigned int TypeCode> bool RangeVectPpty<T, TypeCode>::setVa
     template class BasePpty<T, CODE>;                                                                        \
     template class RangePpty<T, CODE>;                                                                       \
     template class RangeVectPpty<T, CODE>;                                                                   \
-    KIND::KIND() : KIND(QN_String()) {}                                                                      \
+    KIND::KIND() : KIND(detail::noText) {}                                                                   \
     KIND::KIND(QN_String const& name) : RangeVectPpty(name) {}                                               \
     KIND::KIND(QN_String const& name, T const& value) : RangeVectPpty(name, value) {}                        \
     KIND::KIND(QN_String const& name, T const& value, T const& minimum, T const& maximum)                    \

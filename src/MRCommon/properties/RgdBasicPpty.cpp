@@ -1,5 +1,6 @@
 #include <MRCommon/properties/RgdBasicPpty.h>
 
+#include <MRCommon/properties/detail/NoText.h>
 #include <MRCommon/properties/detail/RangePptyCode.h>
 
 #include <limits>
@@ -7,7 +8,7 @@
 namespace quarn {
 
 template <class T, unsigned int TypeCode>
-RgdBasicPpty<T, TypeCode>::RgdBasicPpty() : RgdBasicPpty(QN_String()) {}
+RgdBasicPpty<T, TypeCode>::RgdBasicPpty() : RgdBasicPpty(detail::noText) {}
 
 template <class T, unsigned int TypeCode>
 RgdBasicPpty<T, TypeCode>::RgdBasicPpty(QN_String const& name) : RgdBasicPpty(name, T(0)) {}

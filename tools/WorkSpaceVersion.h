@@ -1,7 +1,7 @@
 // WorkSpaceVersion: while it lives, the host's "WorkSpace" has the given version.
 //     WorkSpaceVersion const version(5087);
-#ifndef MRCOMMON_TESTS_SUPPORT_WORKSPACEVERSION_H
-#define MRCOMMON_TESTS_SUPPORT_WORKSPACEVERSION_H
+#ifndef MRCOMMON_TOOLS_WORKSPACEVERSION_H
+#define MRCOMMON_TOOLS_WORKSPACEVERSION_H
 
 #include <MRCommon/text/ConfigurationMngr.h>
 
