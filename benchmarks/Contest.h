@@ -2,9 +2,11 @@
 //     Contest("replace_all", [&] { return StringTools::replace_all(text, "a", "b"); })
 //         .against("Abseil", [&] { return absl::StrReplaceAll(text, {{"a", "b"}}); });
 //     int main(int argc, char** argv) { return runContests(argc, argv); }
-// The report ends with how long every peer takes in units of our own time: above 1 we are ahead.
+// The report is a line a contest: our median, and how long every peer takes in units of it: above 1 we are ahead.
 #ifndef MRCOMMON_BENCHMARKS_CONTEST_H
 #define MRCOMMON_BENCHMARKS_CONTEST_H
+
+#include "Medians.h"
 
 #include <benchmark/benchmark.h>
 
@@ -13,7 +15,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -60,50 +61,14 @@ private:
     std::string expected_;
 };
 
-/// The usual report, then the ratios of the shortest processor times, which other programs disturb least.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(std::vector<Run> const& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (Run const& run : runs) {
-            if (run.run_type != Run::RT_Iteration) continue;
-            std::string const name = run.benchmark_name();
-            std::size_t const slash = name.find('/');
-            note(name.substr(0, slash), name.substr(slash + 1), run.GetAdjustedCPUTime());
-        }
-    }
-
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        for (auto const& [what, times] : contests_) {
-            std::printf("%-20s", what.c_str());
-            for (auto const& [who, time] : times)
-                std::printf("  %s %.2f", who.c_str(), time / times.front().second);
-            std::printf("\n");
-        }
-    }
-
-private:
-    using Times = std::vector<std::pair<std::string, double>>;
-
-    void note(std::string const& what, std::string const& who, double time) {
-        Times& times = contests_[what];
-        auto const same = [&](auto const& entry) { return entry.first == who; };
-        auto const entry = std::find_if(times.begin(), times.end(), same);
-        if (entry == times.end())
-            times.emplace_back(who, time);
-        else
-            entry->second = std::min(entry->second, time);
-    }
-
-    std::map<std::string, Times> contests_;
-};
-
 inline int runContests(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    for (auto const& [row, medians] : runForMedians(argc, argv)) {
+        double const ours = medians.at("MRCommon");
+        std::printf("%-16s %10.1f ns", row.c_str(), ours);
+        for (auto const& [who, median] : medians)
+            if (who != "MRCommon") std::printf("  %s %.2f", who.c_str(), median / ours);
+        std::printf("\n");
+    }
     return 0;
 }
 

@@ -2,11 +2,13 @@
 // own formulas. Every library's results are held against ours before anything is timed; then each row is
 // repeated in shuffled turns and its medians are printed, in nanoseconds and as ratios (above 1: ours costs
 // more).
-//     bench_quat [--benchmark_filter=slerp] [--benchmark_repetitions=31] [--benchmark_min_time=0.02]
+//     bench_quat [--benchmark_filter=slerp]
 // All inputs are unit quaternions with turns below 90 degrees, so that no library takes a special case. Quat
 // has no product with a vector: its row goes through the 4x4 matrix, as a caller's would.
 #include <MRCommon/math/DQuat.h>
 #include <MRCommon/math/Quat.h>
+
+#include "Medians.h"
 
 #include <benchmark/benchmark.h>
 
@@ -360,42 +362,19 @@ template <class L, class T> void addLibrary(std::string const& library) {
         "to-axis-angle", [](std::size_t i) { return L::toAxisAngle(in.q[i]); }, any);
 }
 
-/// Gathers the medians; the table is printed when all are in.
-class Table : public benchmark::BenchmarkReporter {
-public:
-    bool ReportContext(Context const&) override { return true; }
-    void ReportRuns(std::vector<Run> const& runs) override {
-        for (Run const& run : runs)
-            if (run.aggregate_name == "median") {
-                std::string const name = run.run_name.function_name;
-                std::size_t const cut = name.rfind('/');
-                medians_[name.substr(0, cut)][name.substr(cut + 1)] = run.GetAdjustedCPUTime() / COUNT;
-            }
-    }
-    void Finalize() override {
-        std::printf("%-24s%9s%9s%8s%9s%8s%8s%8s\n", "row", "ours ns", "of lean", "peer", "of peer", "Eigen",
-                    "glm", "Imath");
-        for (auto const& [row, of] : medians_) print(row, of);
-    }
-
-private:
-    using Medians = std::map<std::string, double>;
-    static void print(std::string const& row, Medians const& of) {
-        double const ours = of.at("ours");
-        std::string fastest = "-";
-        for (auto const& [library, median] : of)
-            if (library != "ours" && library != "lean" && (fastest == "-" || median < of.at(fastest)))
-                fastest = library;
-        auto const ratio = [&](std::string const& library) {
-            auto const found = of.find(library);
-            return found == of.end() ? std::nan("") : ours / found->second;
-        };
-        std::printf("%-24s%9.2f%9.2f%8s%9.2f%8.2f%8.2f%8.2f\n", row.c_str(), ours, ratio("lean"),
-                    fastest.c_str(), ratio(fastest), ratio("Eigen"), ratio("glm"), ratio("Imath"));
-    }
-
-    std::map<std::string, Medians> medians_;
-};
+void print(std::string const& row, Medians const& of) {
+    double const ours = of.at("ours");
+    std::string fastest = "-";
+    for (auto const& [library, median] : of)
+        if (library != "ours" && library != "lean" && (fastest == "-" || median < of.at(fastest)))
+            fastest = library;
+    auto const ratio = [&](std::string const& library) {
+        auto const found = of.find(library);
+        return found == of.end() ? std::nan("") : ours / found->second;
+    };
+    std::printf("%-24s%9.2f%9.2f%8s%9.2f%8.2f%8.2f%8.2f\n", row.c_str(), ours / COUNT, ratio("lean"),
+                fastest.c_str(), ratio(fastest), ratio("Eigen"), ratio("glm"), ratio("Imath"));
+}
 
 template <class T> void addPrecision() {
     addLibrary<Ours<T>, T>("ours");
@@ -414,19 +393,12 @@ template <class T> void addPrecision() {
 } // namespace
 
 int main(int argc, char** argv) {
-    // Turns are shuffled, so that a busy machine slows all alike; what the caller says comes later and holds.
-    std::vector<std::string> words = {argv[0], "--benchmark_enable_random_interleaving=true",
-                                      "--benchmark_repetitions=31", "--benchmark_min_time=0.005"};
-    words.insert(words.end(), argv + 1, argv + argc);
-    int count = static_cast<int>(words.size());
-    std::vector<char*> arguments(words.size() + 1, nullptr);
-    for (std::size_t i = 0; i < words.size(); ++i) arguments[i] = words[i].data();
-    benchmark::Initialize(&count, arguments.data());
-
     addPrecision<double>();
     addPrecision<float>();
     if (!allAgree) return 1;
-    Table table;
-    benchmark::RunSpecifiedBenchmarks(&table);
+    auto const rows = runForMedians(argc, argv);
+    std::printf("%-24s%9s%9s%8s%9s%8s%8s%8s\n", "row", "ours ns", "of lean", "peer", "of peer", "Eigen",
+                "glm", "Imath");
+    for (auto const& [row, medians] : rows) print(row, medians);
     return 0;
 }
