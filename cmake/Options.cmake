@@ -5,7 +5,7 @@ option(MRCOMMON_BUILD_EXAMPLES "Build the example host and the small examples" $
 option(MRCOMMON_BUILD_BENCHMARKS "Build the benchmarks" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_FUZZERS "Build the fuzz targets (with Clang the engine, else the replay main)" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_TOOLS "Build the command-line tools" ${PROJECT_IS_TOP_LEVEL})
-option(MRCOMMON_BUILD_DOCS "Build the manual (needs Doxygen)" OFF)
+option(MRCOMMON_BUILD_DOCS "Offer the manual as the target `manual` (needs Doxygen)" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_INSTALL "Install the libraries, headers and manual; a guest leaves that to its host" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
 set(MRCOMMON_SANITIZE "" CACHE STRING "Sanitizers for everything built here, for example address,undefined")
