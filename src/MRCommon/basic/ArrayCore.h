@@ -27,7 +27,8 @@ class MRCOMMON_API ArrayCore {
 public:
     ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
     ///@{
-    /// A copy is sized exactly; std::bad_alloc leaves the target as it was. What was moved from holds nothing.
+    /// A copy is sized exactly. What was moved from holds nothing. When memory runs out a target of plain
+    /// elements is left as it was; one of strings may hold some of the new ones.
     ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
     ArrayCore(ArrayCore&& other) noexcept { swap(other); }
     ArrayCore& operator=(ArrayCore const& other);
