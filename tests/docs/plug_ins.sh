@@ -3,7 +3,8 @@
 # On the page `name`: stands before what the file of this name holds; a block of sh is run; each line of a block of
 # output is the end of a line that the block of sh before it printed.
 set -eu
-export MRCOMMON=$1 BUILD=$2
+page=$1/docs/plug-ins.md
+export BUILD=$2
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
@@ -21,7 +22,7 @@ awk '
     }
     open
     END { if (files < 3 || commands < 3 || outputs < 1) exit 1 }
-' "$MRCOMMON/docs/plug-ins.md" | sed 's/<<"END_OF_BLOCK"/<<'"'END_OF_BLOCK'"'/' > "$folder/page"
+' "$page" | sed 's/<<"END_OF_BLOCK"/<<'"'END_OF_BLOCK'"'/' > "$folder/page"
 
 run() {
     cat > ../block
