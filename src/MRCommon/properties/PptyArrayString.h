@@ -1,6 +1,7 @@
 // PptyArrayString: a property that holds an ordered list of strings. Its value travels on both stream kinds.
 //     PptyArrayString p("layers", {"sea", "foam"});
 //     p.toStr().c_str()                 // "[ sea, foam ]"; an empty list gives ""
+//     p.setValue(Array<QN_String>{"spray"});    // the type is spelled: bare braces could mean a variant as well
 //
 //   record    head, then STRARRAY     01 00 00 00  02 00 00 00  61 00        the list of "a" on a raw stream
 #ifndef MRCOMMON_PROPERTIES_PPTYARRAYSTRING_H

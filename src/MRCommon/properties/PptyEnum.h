@@ -44,7 +44,8 @@ public:
     /// for any other variant and when nothing matches.
     bool setValue(ItemVariant const& value) override;
 
-    /// Stores the pair as it is, whatever the table holds; true.
+    /// Stores the pair as it is, whatever the table holds; true. The pair's type is spelled, Tuple2<QN_String,
+    /// int>("Low", 10): bare braces could mean a variant as well.
     bool setValue(Tuple2<QN_String, int> const& value) override;
 
     /// Asks ConfigurationMngr for the host's "WorkSpace" and takes the record for one with a layout number
