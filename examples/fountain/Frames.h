@@ -1,7 +1,7 @@
 // Frames: one record file a frame, named by the process's FileNameStitcher.
 //   raw records    PptyInt "particles": how many; then one PptyVector3D a particle, its position under its id
-//     FrameWriter writer("out/frames", limit);
-//     writer.write(frame, simulation.particles());
+//     FrameRecord record;
+//     record.write(names.doIt("fountain", 12, "rec"), simulation.particles());
 //     FrameRange const range = FrameRange::around("out/frames/fountain00012.rec");
 #ifndef FOUNTAIN_FRAMES_H
 #define FOUNTAIN_FRAMES_H
@@ -41,7 +41,7 @@ struct FrameRange {
     /// the names of the same sequence.
     static FrameRange around(std::string const& anyFrame);
 
-    std::string path(unsigned int frame) const;
+    std::string path(unsigned int frame) const; ///< the file of a frame, whether it is there or not
 
 private:
     std::string name_, extension_;

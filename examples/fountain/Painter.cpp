@@ -90,15 +90,15 @@ Painter::Hit Painter::hit(Vector const& from, Vector const& ray, bool mirrored) 
     return {toSea, look_.water * 0.06 + mirror * (0.25 + 0.6 * grazing), true};
 }
 
-/// A ray against the three pairs of faces of a box.
-bool Painter::hitBox(Box const& box, Vector const& from, Vector const& ray, Hit& nearest) const {
+/// A ray against the three pairs of faces of a box. Where it meets the box before anything else, that is `nearest`.
+void Painter::hitBox(Box const& box, Vector const& from, Vector const& ray, Hit& nearest) const {
     double enter = 1e-9, leave = nearest.distance;
     Vector normal(0, 0, 0);
     for (int i = 0; i < 3; ++i) {
         Vector const axis = box.axis(i);
         double const speed = ray.dot(axis), start = (from - box.centre()).dot(axis), half = box.halfSize[i];
         if (std::abs(speed) < 1e-12) {
-            if (std::abs(start) > half) return false;
+            if (std::abs(start) > half) return;
             continue;
         }
         double const side = speed > 0 ? -1.0 : 1.0;
@@ -109,13 +109,12 @@ bool Painter::hitBox(Box const& box, Vector const& from, Vector const& ray, Hit&
         }
         leave = std::min(leave, out);
     }
-    if (enter >= leave || normal == Vector(0, 0, 0)) return false;
+    if (enter >= leave || normal == Vector(0, 0, 0)) return;
     double const sun = std::max(normal.dot(towardsSun), 0.0), lamp = std::max(normal.dot(towardsLamp), 0.0);
     Light const stone(0.34, 0.31, 0.29);
     Light const arriving =
         Light(1.6, 0.7, 0.3) * sun + Light(0.26, 0.30, 0.36) * lamp + Light(0.05, 0.06, 0.10);
     nearest = {enter, {stone.x * arriving.x, stone.y * arriving.y, stone.z * arriving.z}, false};
-    return true;
 }
 
 Painter::Spot Painter::spotOf(Vector const& point) const {

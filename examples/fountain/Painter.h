@@ -40,7 +40,7 @@ private:
 
     Vector rayThrough(double x, double y) const;
     Hit hit(Vector const& from, Vector const& ray, bool mirrored) const;
-    bool hitBox(Box const& box, Vector const& from, Vector const& ray, Hit& nearest) const;
+    void hitBox(Box const& box, Vector const& from, Vector const& ray, Hit& nearest) const;
     Spot spotOf(Vector const& point) const;
     void dot(Picture& picture, Vector const& point, Light const& light, bool inTheSea) const;
 
