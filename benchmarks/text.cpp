@@ -1,9 +1,9 @@
 // Text tools, frame names and identifiers beside the peers that are installed.
-#include "Contest.h"
+#include "Comparison.h"
 
+#include <MRCommon/frames/detail/FrameSearch.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/system/ByteId.h>
-#include <MRCommon/text/detail/FrameSearch.h>
-#include <MRCommon/text/FileNameStitcher.h>
 #include <MRCommon/text/StringTokenizer.h>
 #include <MRCommon/text/StringTools.h>
 

@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 # Warnings, sanitizers and the language, for everything that is built here and for nothing that embeds us.
-function(mrcommon_house_rules target)
+function(mrcommon_target_defaults target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
         $<$<BOOL:${MRCOMMON_WERROR}>:-Werror>)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
@@ -32,7 +32,7 @@ function(mrcommon_add_library name)
         SOVERSION ${MRCOMMON_SOVERSION}
         CXX_VISIBILITY_PRESET hidden
         INSTALL_RPATH $<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>)
-    mrcommon_house_rules(${name})
+    mrcommon_target_defaults(${name})
     if(MRCOMMON_INSTALL)
         install(TARGETS ${name} EXPORT MRCommonTargets
             LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
@@ -44,5 +44,5 @@ function(mrcommon_add_program name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE MRCommon::MRCommon ${ARG_LINKS})
-    mrcommon_house_rules(${name})
+    mrcommon_target_defaults(${name})
 endfunction()

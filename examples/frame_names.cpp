@@ -1,5 +1,5 @@
 // Frame names both ways: files of a folder as the four layouts name them, and what parsing makes of each.
-#include <MRCommon/text/FileNameStitcher.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 
 #include <cstdio>
 #include <filesystem>

@@ -4,8 +4,8 @@
 //     the rest     a path of any kind
 #include "Input.h"
 
-#include <MRCommon/text/detail/FrameSearch.h>
-#include <MRCommon/text/FileNameStitcher.h>
+#include <MRCommon/frames/detail/FrameSearch.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/text/StringTools.h>
 
 using quarn::QN_String;

@@ -3,7 +3,7 @@
 #ifndef MRCOMMON_TOOLS_WORKSPACEVERSION_H
 #define MRCOMMON_TOOLS_WORKSPACEVERSION_H
 
-#include <MRCommon/text/ConfigurationMngr.h>
+#include <MRCommon/host/ConfigurationMngr.h>
 
 class WorkSpaceVersion : public quarn::ConfigurationHost, quarn::ConfigurationObject {
 public:

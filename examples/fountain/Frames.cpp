@@ -1,6 +1,6 @@
 #include "Frames.h"
 
-#include <MRCommon/text/FileNameStitcher.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 
 using namespace quarn;
 

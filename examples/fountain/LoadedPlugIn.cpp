@@ -1,6 +1,6 @@
 #include "LoadedPlugIn.h"
 
-#include <MRCommon/text/LibLoader.h>
+#include <MRCommon/system/LibLoader.h>
 
 #include <stdexcept>
 

@@ -7,8 +7,8 @@
 
 #include "Scene.h"
 
-#include <MRCommon/basic/FileStreamEndian.h>
-#include <MRCommon/basic/FileStreamRaw.h>
+#include <MRCommon/streams/FileStreamEndian.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 #include <cstdio>
 #include <functional>

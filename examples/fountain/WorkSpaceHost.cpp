@@ -1,6 +1,6 @@
 #include "WorkSpaceHost.h"
 
-#include <MRCommon/text/ConfigurationMngr.h>
+#include <MRCommon/host/ConfigurationMngr.h>
 
 #include <utility>
 

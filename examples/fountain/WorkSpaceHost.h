@@ -3,7 +3,7 @@
 #ifndef FOUNTAIN_WORKSPACEHOST_H
 #define FOUNTAIN_WORKSPACEHOST_H
 
-#include <MRCommon/text/ConfigurationHost.h>
+#include <MRCommon/host/ConfigurationHost.h>
 
 class WorkSpaceHost : public quarn::ConfigurationHost, private quarn::ConfigurationObject {
 public:

@@ -13,10 +13,10 @@
 #include "Simulation.h"
 #include "WorkSpaceHost.h"
 
-#include <MRCommon/basic/StreamEncoding.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/properties/PptyEnum.h>
-#include <MRCommon/text/FileNameStitcher.h>
-#include <MRCommon/text/Paths.h>
+#include <MRCommon/streams/StreamEncoding.h>
+#include <MRCommon/system/Paths.h>
 
 #include <cstdio>
 #include <iostream>

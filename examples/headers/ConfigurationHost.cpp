@@ -1,5 +1,5 @@
 // What an application offers to library code: objects by name.
-#include <MRCommon/text/ConfigurationHost.h>
+#include <MRCommon/host/ConfigurationHost.h>
 
 #include "claim.h"
 

@@ -1,7 +1,7 @@
 // The host is installed before enumerations are read: its version decides which layout a record has.
-#include <MRCommon/basic/StreamEncoding.h>
+#include <MRCommon/host/ConfigurationMngr.h>
 #include <MRCommon/properties/PptyEnum.h>
-#include <MRCommon/text/ConfigurationMngr.h>
+#include <MRCommon/streams/StreamEncoding.h>
 
 #include "claim.h"
 

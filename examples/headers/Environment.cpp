@@ -1,5 +1,5 @@
 // Whether a variable is set.
-#include <MRCommon/text/Environment.h>
+#include <MRCommon/system/Environment.h>
 
 #include "claim.h"
 

@@ -1,5 +1,5 @@
 // Names of frame files, put together and taken apart.
-#include <MRCommon/text/FileNameStitcher.h>
+#include <MRCommon/frames/FileNameStitcher.h>
 
 #include "claim.h"
 

@@ -1,6 +1,6 @@
 // Code for both stream kinds: blocks of bytes, and one question at the end.
-#include <MRCommon/basic/FileStream.h>
-#include <MRCommon/basic/FileStreamRaw.h>
+#include <MRCommon/streams/FileStream.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 #include "claim.h"
 

@@ -1,6 +1,6 @@
 // The stream kind whose integers lie in one byte order everywhere, and which keeps the name of most properties alone.
-#include <MRCommon/basic/FileStreamEndian.h>
 #include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/streams/FileStreamEndian.h>
 
 #include "claim.h"
 

@@ -1,6 +1,6 @@
 // Saving properties and loading them again, in the byte order of the machine.
-#include <MRCommon/basic/FileStreamRaw.h>
 #include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 #include "claim.h"
 

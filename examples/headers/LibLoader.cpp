@@ -1,5 +1,5 @@
 // A library opened at run time. A plug-in of a host's own is opened by its path: see the page on plug-ins.
-#include <MRCommon/text/LibLoader.h>
+#include <MRCommon/system/LibLoader.h>
 
 #include "claim.h"
 

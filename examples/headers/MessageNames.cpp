@@ -1,5 +1,5 @@
 // What the application's message types are called.
-#include <MRCommon/text/MessageNames.h>
+#include <MRCommon/host/MessageNames.h>
 
 #include "claim.h"
 

@@ -1,5 +1,5 @@
 // Folders are made, paths are split.
-#include <MRCommon/text/Paths.h>
+#include <MRCommon/system/Paths.h>
 
 #include "claim.h"
 

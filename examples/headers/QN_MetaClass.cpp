@@ -10,7 +10,7 @@ class AnglePpty : public PptyDouble {
 public:
     QN_CLASS_IDENTITY
     Ppty* clone() const override { return new AnglePpty(*this); }
-    Ppty* cloneWithNewName(QN_String const& name) const override { return renamed(clone(), name); }
+    Ppty* cloneWithNewName(QN_String const& name) const override { return withName(clone(), name); }
 };
 
 QN_MetaClass<AnglePpty> const metaClass_AnglePpty("AnglePpty", 1);

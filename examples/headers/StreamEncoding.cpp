@@ -1,5 +1,5 @@
 // The values that records are made of, for a record of your own.
-#include <MRCommon/basic/StreamEncoding.h>
+#include <MRCommon/streams/StreamEncoding.h>
 
 #include "claim.h"
 

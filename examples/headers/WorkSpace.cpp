@@ -1,5 +1,5 @@
 // A constant of the application's work space.
-#include <MRCommon/text/WorkSpace.h>
+#include <MRCommon/host/WorkSpace.h>
 
 #include "claim.h"
 

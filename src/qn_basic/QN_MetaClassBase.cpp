@@ -90,7 +90,7 @@ Answer& rememberedAnswer(MetaClass descendant, MetaClass ancestor) {
     return answers[(descendant->classId() ^ ancestor->classId() >> 1) % answers.size()];
 }
 
-bool catches(QN_MetaClassBase::RunTimeType const& ancestor, QN_MetaClassBase::RunTimeType const& descendant) {
+bool catches(QN_MetaClassBase::UpcastProbe const& ancestor, QN_MetaClassBase::UpcastProbe const& descendant) {
     return ancestor.catches != nullptr && descendant.throwNull != nullptr &&
            ancestor.catches(descendant.throwNull);
 }
@@ -129,7 +129,7 @@ void* QN_MetaClassBase::metaNew() const { return nullptr; }
 
 void QN_MetaClassBase::metaDelete(void*&) const {}
 
-QN_MetaClassBase::RunTimeType QN_MetaClassBase::runTimeType() const { return {nullptr, nullptr}; }
+QN_MetaClassBase::UpcastProbe QN_MetaClassBase::upcastProbe() const { return {nullptr, nullptr}; }
 
 void QN_MetaClassBase::printf() const {
     std::printf("%s (id %016llx, schema %u)\n", name_.c_str(), id_, schema_);
@@ -153,7 +153,7 @@ bool QN_MetaClassBase::descendsFrom(QN_MetaClassBase const* ancestor) const {
     Answer& answer = rememberedAnswer(this, ancestor);
     unsigned long long const changes = registry().changes();
     if (answer.descendant != this || answer.ancestor != ancestor || answer.changes != changes)
-        answer = {this, ancestor, changes, catches(ancestor->runTimeType(), runTimeType())};
+        answer = {this, ancestor, changes, catches(ancestor->upcastProbe(), upcastProbe())};
     return answer.yes;
 }
 

@@ -18,7 +18,7 @@ class QN_BASIC_API QN_MetaClassBase {
 public:
     /// How one class asks another whether it descends from it, without an object of either: a null pointer to
     /// the one is thrown and the handler of the other catches it or does not.
-    struct RunTimeType {
+    struct UpcastProbe {
         void (*throwNull)();                  ///< throws a null pointer to the class; null in the base
         bool (*catches)(void (*throwNull)()); ///< whether the class's handler takes what the other throws
     };
@@ -44,7 +44,7 @@ public:
     virtual unsigned long getClassSizeOf() const; ///< slot 5: bytes of an object; 0 here
     virtual void* metaNew() const;                ///< slot 6: a new object, owned by the caller; null here
     virtual void metaDelete(void*& object) const; ///< slot 7: gives it back and nulls it; nothing here
-    virtual RunTimeType runTimeType() const;      ///< slot 8: the last
+    virtual UpcastProbe upcastProbe() const;      ///< slot 8: the last
 
     unsigned long long const& classId() const { return id_; }   ///< unique while the object lives
     QN_String const& className() const { return name_; }        ///< as registered

@@ -8,7 +8,7 @@ using Bytes = std::array<unsigned char, 4>; // most significant first
 
 std::FILE* currentStream = nullptr;
 
-std::FILE* streamOf(std::FILE* file) { return file == nullptr ? currentStream : file; }
+std::FILE* resolveStream(std::FILE* file) { return file == nullptr ? currentStream : file; }
 
 Bytes toBytes(unsigned int value) {
     return {static_cast<unsigned char>(value >> 24), static_cast<unsigned char>(value >> 16),
@@ -21,7 +21,7 @@ unsigned int fromBytes(Bytes const& bytes) {
 }
 
 template <class Integer> unsigned long readIntegers(Integer* values, unsigned long count, std::FILE* file) {
-    std::FILE* const stream = streamOf(file);
+    std::FILE* const stream = resolveStream(file);
     if (stream == nullptr) return 0;
     for (unsigned long i = 0; i < count; ++i) {
         Bytes bytes;
@@ -33,7 +33,7 @@ template <class Integer> unsigned long readIntegers(Integer* values, unsigned lo
 
 template <class Integer>
 unsigned long writeIntegers(Integer const* values, unsigned long count, std::FILE* file) {
-    std::FILE* const stream = streamOf(file);
+    std::FILE* const stream = resolveStream(file);
     if (stream == nullptr) return 0;
     for (unsigned long i = 0; i < count; ++i) {
         Bytes const bytes = toBytes(static_cast<unsigned int>(values[i]));
@@ -61,13 +61,13 @@ unsigned long WriteInt(int* values, unsigned long count, std::FILE* file) {
 }
 
 unsigned long ReadBuffer(void* buffer, unsigned long elementSize, unsigned long count, std::FILE* file) {
-    std::FILE* const stream = streamOf(file);
+    std::FILE* const stream = resolveStream(file);
     return stream == nullptr ? 0 : std::fread(buffer, elementSize, count, stream);
 }
 
 unsigned long WriteBuffer(void const* buffer, unsigned long elementSize, unsigned long count,
                           std::FILE* file) {
-    std::FILE* const stream = streamOf(file);
+    std::FILE* const stream = resolveStream(file);
     return stream == nullptr ? 0 : std::fwrite(buffer, elementSize, count, stream);
 }
 

@@ -1,6 +1,6 @@
 // Loads a release's plug-in, lets it check the library, and makes sure that its class goes when it goes.
 //     load <plug-in>
-#include <MRCommon/text/LibLoader.h>
+#include <MRCommon/system/LibLoader.h>
 #include <qn_basic/QN_MetaClassBase.h>
 
 #include <cstdio>

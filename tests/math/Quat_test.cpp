@@ -1,6 +1,6 @@
 // DQuat and Quat: every operation against figures worked out by hand, both sides of every threshold that an
 // input can reach, and ten thousand turns against plain matrix products.
-#include "Turns.h"
+#include "ReferenceRotations.h"
 
 #include <MRCommon/math/DQuat.h>
 #include <MRCommon/math/Quat.h>

@@ -1,6 +1,6 @@
 // Axes through matrices, quaternions out of matrices, Euler angles out of quaternions and of two directions:
 // held against figures worked out by hand and against products of elementary turns.
-#include "Turns.h"
+#include "ReferenceRotations.h"
 
 #include <MRCommon/basic/Matrix3.h>
 #include <MRCommon/math/EulerAngles.h>

@@ -4,7 +4,7 @@
 
 #include "support/Allocations.h"
 #include "support/Slots.h"
-#include "support/TestFile.h"
+#include "support/TempFile.h"
 
 #include <gtest/gtest.h>
 
@@ -48,14 +48,14 @@ std::vector<Sample> samples() {
 }
 
 template <class Stream> Bytes recordOf(Ppty const& ppty) {
-    TestFile file;
+    TempFile file;
     Stream stream(file);
     ppty.writeTo(stream);
     return file.bytes();
 }
 
 template <class Stream> void read(Ppty& ppty, Bytes const& record) {
-    TestFile file(record);
+    TempFile file(record);
     Stream stream(file);
     ppty.readFrom(stream);
     EXPECT_FALSE(stream.failed());
@@ -94,8 +94,8 @@ TEST(BasicPpty, StartsWithItsDefault) {
 }
 
 TEST(BasicPpty, WritesHeadAndValueWithTheStatedCalls) {
-    TestFile file;
-    NotingStream<FileStreamRaw> raw(file);
+    TempFile file;
+    RecordingStream<FileStreamRaw> raw(file);
     PptyVector3D("abc", {1, 2, 3}).writeTo(raw);
     PptyString("n", "xy").writeTo(raw);
     EXPECT_EQ(raw.calls, (std::vector<std::size_t>{4, 4, 24, 4, 2, 4, 3}));
@@ -119,7 +119,7 @@ TEST(BasicPpty, ReadsNamesIntoTheirBuffers) {
 
 TEST(BasicPpty, KeepsWhatAFileThatEndsEarlyDoesNotDeliver) {
     PptyColor4F cut("c", {0.25f, 0.5f, 0.75f, 1});
-    TestFile file(hex("01000000 00 00000040"));
+    TempFile file(hex("01000000 00 00000040"));
     FileStreamRaw stream(file);
     cut.readFrom(stream);
     EXPECT_EQ(*cut.getRefToValue(), Color4<float>(2, 0.5f, 0.75f, 1));

@@ -4,7 +4,7 @@
 #include <MRCommon/properties/MetaClasses.h>
 
 #include "support/Allocations.h"
-#include "support/TestFile.h"
+#include "support/TempFile.h"
 #include "tools/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +72,7 @@ bool read(Ppty& ppty, std::FILE* file, bool raw) {
 }
 
 Bytes written(Ppty const& ppty, bool raw) {
-    TestFile file;
+    TempFile file;
     if (raw) {
         FileStreamRaw stream(file);
         ppty.writeTo(stream);
@@ -89,7 +89,7 @@ TEST(Golden, RecordsAreReadAndRewrittenToTheSameBytes) {
     for (Golden const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         Made ppty(golden);
-        TestFile file(golden.record);
+        TempFile file(golden.record);
         EXPECT_TRUE(read(*ppty, file, golden.isRaw())) << golden.fileName;
         EXPECT_EQ(std::ftell(file), static_cast<long>(golden.record.size())) << golden.fileName;
         if (golden.isOldLayout()) continue; // never written any more
@@ -99,7 +99,7 @@ TEST(Golden, RecordsAreReadAndRewrittenToTheSameBytes) {
 
 TEST(Golden, VariantsAreReadAndRewrittenToTheSameBytes) {
     for (Golden const& golden : goldenRecords(true)) {
-        TestFile in(golden.record), out;
+        TempFile in(golden.record), out;
         FileStreamRaw from(in), to(out);
         ItemVariant variant;
         variant.readFrom(from);
@@ -112,7 +112,7 @@ TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
     for (Golden const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         Made ppty(golden);
-        TestFile file(golden.record);
+        TempFile file(golden.record);
         read(*ppty, file, golden.isRaw());
         file.rewind();
         AllocationCounter count;
@@ -126,7 +126,7 @@ TEST(Golden, RecordsThatEndAnywhereAreHarmlessAndNoticed) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         for (std::size_t length = 0; length < golden.record.size(); ++length) {
             Made ppty(golden);
-            TestFile file(Bytes(golden.record.begin(), golden.record.begin() + static_cast<long>(length)));
+            TempFile file(Bytes(golden.record.begin(), golden.record.begin() + static_cast<long>(length)));
             EXPECT_FALSE(read(*ppty, file, golden.isRaw())) << golden.fileName << " cut to " << length;
             if (!golden.has("Vector3")) ppty->toStr(); // a fresh vector is unwritten, as meant
         }
@@ -137,7 +137,7 @@ TEST(Golden, EveryFailingAllocationPassesOnAndLeaksNothing) {
     AllocationCounter count;
     for (Golden const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
-        TestFile file(golden.record);
+        TempFile file(golden.record);
         Made source(golden);
         read(*source, file, golden.isRaw());
         QN_String const name("another name");

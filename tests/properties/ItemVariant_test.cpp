@@ -1,11 +1,11 @@
 // The variant: tags, ownership, typed access, and its record byte by byte.
 #include <MRCommon/properties/ItemVariant.h>
 
-#include <MRCommon/basic/FileStreamEndian.h>
+#include <MRCommon/streams/FileStreamEndian.h>
 
 #include "support/Allocations.h"
 #include "support/Slots.h"
-#include "support/TestFile.h"
+#include "support/TempFile.h"
 
 #include <gtest/gtest.h>
 
@@ -46,14 +46,14 @@ std::vector<Sample> samples() {
 }
 
 Bytes recordOf(ItemVariant const& variant) {
-    TestFile file;
+    TempFile file;
     FileStreamRaw stream(file);
     variant.writeTo(stream);
     return file.bytes();
 }
 
 void read(ItemVariant& variant, Bytes const& record) {
-    TestFile file(record);
+    TempFile file(record);
     FileStreamRaw stream(file);
     variant.readFrom(stream);
 }
@@ -166,7 +166,7 @@ TEST(ItemVariant, LeaksNothingWhenMemoryRunsOut) {
     EXPECT_GT(failures, 50);
     for (char const* record :
          {"0B000000 02000000 02000000 6100 03000000 626300", "0C000000 02000000 6200 01000000"}) {
-        TestFile file(hex(record));
+        TempFile file(hex(record));
         failEveryAllocation([&] {
             file.rewind();
             FileStreamRaw stream(file);
@@ -180,7 +180,7 @@ TEST(ItemVariant, LeaksNothingWhenMemoryRunsOut) {
 TEST(Slots, OfVariants) {
     EXPECT_EQ(slotOf(&ItemVariant::readFrom), 2u);
     EXPECT_EQ(slotOf(&ItemVariant::writeTo), 3u);
-    TestFile file;
+    TempFile file;
     FileStreamRaw stream(file);
     ItemVariant const v(true);
     entry<void (*)(ItemVariant const*, FileStreamRaw*)>(v, 3)(&v, &stream);

@@ -6,7 +6,7 @@
 
 #include "support/Allocations.h"
 #include "support/Slots.h"
-#include "support/TestFile.h"
+#include "support/TempFile.h"
 #include "tools/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ PptyEnum mode() {
 }
 
 Bytes rawRecordOf(Ppty const& ppty) {
-    TestFile file;
+    TempFile file;
     FileStreamRaw stream(file);
     ppty.writeTo(stream);
     return file.bytes();
@@ -36,7 +36,7 @@ Bytes rawRecordOf(Ppty const& ppty) {
 
 Pair readAs(std::string const& record) {
     PptyEnum p("before", Pair("before", 99));
-    TestFile file(hex(record));
+    TempFile file(hex(record));
     FileStreamRaw stream(file);
     p.readFrom(stream);
     return *p.getRefToValue();
@@ -121,8 +121,8 @@ TEST(PptyEnum, IsDescribedByTextAndRecord) {
                 mode().getClassSchema() == 2);
     std::unique_ptr<Ppty> const copy(mode().cloneWithNewName("m"));
     EXPECT_EQ(static_cast<PptyEnum&>(*copy).itemValues[1], 20);
-    TestFile file;
-    NotingStream<FileStreamEndian> endian(file);
+    TempFile file;
+    RecordingStream<FileStreamEndian> endian(file);
     mode().writeTo(endian);
     EXPECT_EQ(endian.calls, (std::vector<std::size_t>{5, 5, 4, 5, 8})) << "the values are one block";
 }

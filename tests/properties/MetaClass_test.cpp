@@ -171,7 +171,7 @@ TEST(Slots, OfMetaClasses) {
     EXPECT_EQ(slotOf(&Base::getClassSizeOf), 5u);
     EXPECT_EQ(slotOf(&Base::metaNew), 6u);
     EXPECT_EQ(slotOf(&Base::metaDelete), 7u);
-    EXPECT_EQ(slotOf(&Base::runTimeType), 8u);
+    EXPECT_EQ(slotOf(&Base::upcastProbe), 8u);
     using SizeOf = unsigned long (*)(Base const*);
     EXPECT_EQ(entry<SizeOf>(metaClass_PptyDouble, 5)(&metaClass_PptyDouble), sizeof(PptyDouble));
 }

@@ -3,7 +3,7 @@
 #include <MRCommon/properties/RgdBasicPpty.h>
 
 #include "support/Slots.h"
-#include "support/TestFile.h"
+#include "support/TempFile.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ using namespace quarn;
 namespace {
 
 template <class Stream> Bytes recordOf(Ppty const& ppty) {
-    TestFile file;
+    TempFile file;
     Stream stream(file);
     ppty.writeTo(stream);
     return file.bytes();
@@ -92,7 +92,7 @@ TEST(RangedNumbers, WriteValueMaximumMinimum) {
     EXPECT_EQ(recordOf<FileStreamRaw>(RFloatPpty("r", 1, 0, 2)),
               hex("02000000 7200 0000803F 00000040 00000000"));
     RIntPpty i("i", 1, 0, 2);
-    TestFile file(hex("02000000 6A00 09000000 01000000 05000000"));
+    TempFile file(hex("02000000 6A00 09000000 01000000 05000000"));
     FileStreamRaw stream(file);
     i.readFrom(stream);
     EXPECT_TRUE(*i.getRefToValue() == 9 && i.getMax() == 1 && i.getMin() == 5) << "stored as read, untested";

@@ -4,7 +4,7 @@
     quotes.py <top of the tree>
 
 docs/records.md: the hex below a line with the name of a golden file is the whole of that file.
-docs/properties.md: every block of C++ stands in examples/own_kind.cpp, line for line, whatever its indentation.
+docs/properties.md: every block of C++ stands in examples/custom_property.cpp, line for line, whatever its indentation.
 """
 import pathlib
 import re
@@ -32,7 +32,7 @@ for name, record in quoted.items():
     if record != (golden / name).read_bytes():
         short.append(f"docs/records.md: {name} holds other bytes")
 
-example = stripped((top / "examples/own_kind.cpp").read_text())
+example = stripped((top / "examples/custom_property.cpp").read_text())
 blocks = re.findall(r"^```cpp\n(.*?)^```", (top / "docs/properties.md").read_text(), re.MULTILINE | re.DOTALL)
 for block in blocks:
     if stripped(block) not in example:

@@ -21,7 +21,7 @@ QN_MetaClassBase const& WindPpty::metaClass() { return metaClass_WindPpty; }
 
 Ppty* WindPpty::clone() const { return new WindPpty(*this); }
 
-Ppty* WindPpty::cloneWithNewName(QN_String const& name) const { return renamed(clone(), name); }
+Ppty* WindPpty::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
 
 void WindPpty::readFrom(FileStreamRaw& stream) {
     RangeVect3FPpty::readFrom(stream);

@@ -69,7 +69,7 @@ public:
 
     /// Room for one more by the rule of `push_back`, and the slot behind the last element as it stands;
     /// `setSize(size() + 1)` takes it in.
-    T& spareSlot();
+    T& slotForAppend();
 
     /// Sets the size, at most the capacity, and touches no element.
     void setSize(unsigned int newSize) { size_ = newSize; }
@@ -123,7 +123,8 @@ void ArrayCore<T, S, P, L, H, W>::reserve(unsigned int const& newCapacity, bool 
     capacity_ = wanted;
 }
 
-template <class T, class S, class P, class L, class H, class W> T& ArrayCore<T, S, P, L, H, W>::spareSlot() {
+template <class T, class S, class P, class L, class H, class W>
+T& ArrayCore<T, S, P, L, H, W>::slotForAppend() {
     if (size_ == capacity_) {
         std::size_t const size = size_;
         reserve(detail::containerSize(size + (size >> 3) + 4), true);
@@ -136,7 +137,7 @@ void ArrayCore<T, S, P, L, H, W>::push_back(T const& element) {
     // A reference into the old buffer would dangle once the array has grown; its index does not.
     bool const own = owns(&element);
     std::ptrdiff_t const index = own ? &element - data_ : 0;
-    T& slot = spareSlot();
+    T& slot = slotForAppend();
     slot = own ? data_[index] : element;
     ++size_;
 }

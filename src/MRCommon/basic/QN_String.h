@@ -127,7 +127,7 @@ inline void QN_String::setBytes(char const* bytes, unsigned int count) {
 }
 
 inline void QN_String::append(Array<QN_String>& out, char const* bytes, unsigned int count) {
-    out.spareSlot().setBytes(bytes, count);
+    out.slotForAppend().setBytes(bytes, count);
     out.setSize(out.size() + 1);
 }
 

@@ -46,7 +46,7 @@ float volume(Bounds const& box) {
     return extent.z * (extent.y * extent.x);
 }
 
-Vector3<float> placed(Vector3<float> const& c, Matrix4<float> const& m) {
+Vector3<float> transformPoint(Vector3<float> const& c, Matrix4<float> const& m) {
     auto const column = [&](int j) { return c.x * m(0, j) + c.y * m(1, j) + c.z * m(2, j) + m(3, j); };
     return {column(0), column(1), column(2)};
 }
@@ -61,7 +61,7 @@ Matrix3<float> rotationOf(Quaternion<float> const& q) {
     return narrow;
 }
 
-Vector3<float> turned(Matrix3<float> const& r, Vector3<float> const& v) {
+Vector3<float> rotate(Matrix3<float> const& r, Vector3<float> const& v) {
     auto const row = [&](int i) { return r(i, 0) * v.x + r(i, 1) * v.y + r(i, 2) * v.z; };
     return {row(0), row(1), row(2)};
 }
@@ -70,8 +70,8 @@ Vector3<float> turned(Matrix3<float> const& r, Vector3<float> const& v) {
 bool isInsideCorner(Vector3<float> const& p, Vector3<float> const& corner, Vector3<float> const& extent,
                     Matrix3<float> const& r) {
     Vector3<float> const d = p - corner;
-    bool const outside = d.dot(turned(r, {extent.x, 0, 0})) <= 0 || d.dot(turned(r, {0, extent.y, 0})) <= 0 ||
-                         d.dot(turned(r, {0, 0, extent.z})) <= 0;
+    bool const outside = d.dot(rotate(r, {extent.x, 0, 0})) <= 0 || d.dot(rotate(r, {0, extent.y, 0})) <= 0 ||
+                         d.dot(rotate(r, {0, 0, extent.z})) <= 0;
     return !outside; // Meant: NaN is not outside.
 }
 
@@ -103,7 +103,8 @@ float intersectVolume(Vector3<float> const* a, Vector3<float> const* b) {
 bool IsInBox(Vector3<float> const& p, Vector3<float> const& lo, Vector3<float> const& hi,
              Matrix4<float> const& m, Quaternion<float> const& q) {
     Matrix3<float> const r = rotationOf(q);
-    return isInsideCorner(p, placed(lo, m), hi - lo, r) && isInsideCorner(p, placed(hi, m), lo - hi, r);
+    return isInsideCorner(p, transformPoint(lo, m), hi - lo, r) &&
+           isInsideCorner(p, transformPoint(hi, m), lo - hi, r);
 }
 
 bool CrossCheck(int a0, int a1, int a2, int b0, int b1, int b2, int* opposite, int* own) {

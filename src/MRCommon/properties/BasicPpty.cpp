@@ -1,13 +1,14 @@
 #include <MRCommon/properties/BasicPpty.h>
 
-#include <MRCommon/properties/detail/BasePptyCode.h>
-#include <MRCommon/properties/detail/NoText.h>
-#include <MRCommon/properties/detail/ValueRecord.h>
+#include <MRCommon/properties/detail/BasePptyImpl.h>
+#include <MRCommon/properties/detail/EmptyString.h>
+#include <MRCommon/properties/detail/ValueEncoding.h>
 #include <MRCommon/properties/detail/ValueText.h>
 
 namespace quarn {
 
-template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty() : BasicPpty(detail::noText) {}
+template <class T, unsigned int TypeCode>
+BasicPpty<T, TypeCode>::BasicPpty() : BasicPpty(detail::emptyString) {}
 
 template <class T, unsigned int TypeCode>
 BasicPpty<T, TypeCode>::BasicPpty(QN_String const& name) : BasePpty<T, TypeCode>(name) {}
@@ -26,7 +27,7 @@ template <class T, unsigned int TypeCode> Ppty* BasicPpty<T, TypeCode>::clone() 
 
 template <class T, unsigned int TypeCode>
 Ppty* BasicPpty<T, TypeCode>::cloneWithNewName(QN_String const& name) const {
-    return this->renamed(clone(), name);
+    return this->withName(clone(), name);
 }
 
 template <class T, unsigned int TypeCode> QN_String BasicPpty<T, TypeCode>::toStr() const {
@@ -43,23 +44,23 @@ template <class T, unsigned int TypeCode> void BasicPpty<T, TypeCode>::writeTo(F
     detail::writeValue(stream, this->value());
 }
 
-#define QN_MAKE(T, CODE)                                                                                     \
+#define QN_INSTANTIATE(T, CODE)                                                                              \
     template class BasePpty<T, CODE>;                                                                        \
     template class BasicPpty<T, CODE>
 
-QN_MAKE(int, Ppty::TYPE_INT);
-QN_MAKE(long long, Ppty::TYPE_INT64);
-QN_MAKE(float, Ppty::TYPE_FLOAT);
-QN_MAKE(double, Ppty::TYPE_DOUBLE);
-QN_MAKE(bool, Ppty::TYPE_BOOL);
-QN_MAKE(QN_String, Ppty::TYPE_STRING);
-QN_MAKE(Vector3<float>, Ppty::TYPE_VECTOR3F);
-QN_MAKE(Vector3<double>, Ppty::TYPE_VECTOR3D);
-QN_MAKE(Color4<float>, Ppty::TYPE_COLOR4F);
-QN_MAKE(Color4<double>, Ppty::TYPE_COLOR4D);
-QN_MAKE(QN_String, Ppty::TYPE_FILE);
-QN_MAKE(QN_String, Ppty::TYPE_DIRECTORY);
+QN_INSTANTIATE(int, Ppty::TYPE_INT);
+QN_INSTANTIATE(long long, Ppty::TYPE_INT64);
+QN_INSTANTIATE(float, Ppty::TYPE_FLOAT);
+QN_INSTANTIATE(double, Ppty::TYPE_DOUBLE);
+QN_INSTANTIATE(bool, Ppty::TYPE_BOOL);
+QN_INSTANTIATE(QN_String, Ppty::TYPE_STRING);
+QN_INSTANTIATE(Vector3<float>, Ppty::TYPE_VECTOR3F);
+QN_INSTANTIATE(Vector3<double>, Ppty::TYPE_VECTOR3D);
+QN_INSTANTIATE(Color4<float>, Ppty::TYPE_COLOR4F);
+QN_INSTANTIATE(Color4<double>, Ppty::TYPE_COLOR4D);
+QN_INSTANTIATE(QN_String, Ppty::TYPE_FILE);
+QN_INSTANTIATE(QN_String, Ppty::TYPE_DIRECTORY);
 
-#undef QN_MAKE
+#undef QN_INSTANTIATE
 
 } // namespace quarn

@@ -66,25 +66,25 @@ using PptyFile = BasicPpty<QN_String, Ppty::TYPE_FILE>;
 using PptyDirectory = BasicPpty<QN_String, Ppty::TYPE_DIRECTORY>;
 ///@}
 
-#define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
+#define QN_EXTERN_INSTANCE(KIND, T, CODE)                                                                    \
     template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \
     extern template class BasePpty<T, CODE>;                                                                 \
     extern template class BasicPpty<T, CODE>
 
-QN_MADE_IN_LIBRARY(PptyInt, int, Ppty::TYPE_INT);
-QN_MADE_IN_LIBRARY(PptyInt64, long long, Ppty::TYPE_INT64);
-QN_MADE_IN_LIBRARY(PptyFloat, float, Ppty::TYPE_FLOAT);
-QN_MADE_IN_LIBRARY(PptyDouble, double, Ppty::TYPE_DOUBLE);
-QN_MADE_IN_LIBRARY(PptyBool, bool, Ppty::TYPE_BOOL);
-QN_MADE_IN_LIBRARY(PptyString, QN_String, Ppty::TYPE_STRING);
-QN_MADE_IN_LIBRARY(PptyVector3F, Vector3<float>, Ppty::TYPE_VECTOR3F);
-QN_MADE_IN_LIBRARY(PptyVector3D, Vector3<double>, Ppty::TYPE_VECTOR3D);
-QN_MADE_IN_LIBRARY(PptyColor4F, Color4<float>, Ppty::TYPE_COLOR4F);
-QN_MADE_IN_LIBRARY(PptyColor4D, Color4<double>, Ppty::TYPE_COLOR4D);
-QN_MADE_IN_LIBRARY(PptyFile, QN_String, Ppty::TYPE_FILE);
-QN_MADE_IN_LIBRARY(PptyDirectory, QN_String, Ppty::TYPE_DIRECTORY);
+QN_EXTERN_INSTANCE(PptyInt, int, Ppty::TYPE_INT);
+QN_EXTERN_INSTANCE(PptyInt64, long long, Ppty::TYPE_INT64);
+QN_EXTERN_INSTANCE(PptyFloat, float, Ppty::TYPE_FLOAT);
+QN_EXTERN_INSTANCE(PptyDouble, double, Ppty::TYPE_DOUBLE);
+QN_EXTERN_INSTANCE(PptyBool, bool, Ppty::TYPE_BOOL);
+QN_EXTERN_INSTANCE(PptyString, QN_String, Ppty::TYPE_STRING);
+QN_EXTERN_INSTANCE(PptyVector3F, Vector3<float>, Ppty::TYPE_VECTOR3F);
+QN_EXTERN_INSTANCE(PptyVector3D, Vector3<double>, Ppty::TYPE_VECTOR3D);
+QN_EXTERN_INSTANCE(PptyColor4F, Color4<float>, Ppty::TYPE_COLOR4F);
+QN_EXTERN_INSTANCE(PptyColor4D, Color4<double>, Ppty::TYPE_COLOR4D);
+QN_EXTERN_INSTANCE(PptyFile, QN_String, Ppty::TYPE_FILE);
+QN_EXTERN_INSTANCE(PptyDirectory, QN_String, Ppty::TYPE_DIRECTORY);
 
-#undef QN_MADE_IN_LIBRARY
+#undef QN_EXTERN_INSTANCE
 
 } // namespace quarn
 

@@ -1,6 +1,6 @@
 #include <MRCommon/properties/ItemVariant.h>
 
-#include <MRCommon/properties/detail/ValueRecord.h>
+#include <MRCommon/properties/detail/ValueEncoding.h>
 
 #include <memory>
 
@@ -53,7 +53,7 @@ template <class Stream> void ItemVariant::readFromT(Stream& stream) {
     value_ = nullptr; // not released: meant for a variant without a value
     detail::visitKind(tag_, [&](auto kind) {
         using T = typename decltype(kind)::Type;
-        std::unique_ptr<T> value(detail::newFreshValue<T>());
+        std::unique_ptr<T> value(detail::newDefaultValue<T>());
         detail::readValue(stream, *value);
         value_ = value.release();
     });

@@ -15,8 +15,8 @@
 #ifndef MRCOMMON_PROPERTIES_ITEMVARIANT_H
 #define MRCOMMON_PROPERTIES_ITEMVARIANT_H
 
-#include <MRCommon/basic/FileStreamRaw.h>
 #include <MRCommon/properties/detail/VariantKinds.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 #include <utility>
 
@@ -45,7 +45,7 @@ public:
 
     /// Holds a T as a fresh property does: 0, false, empty, opaque black; a vector's components are
     /// unwritten.
-    template <class T> static ItemVariant fresh();
+    template <class T> static ItemVariant makeDefault();
 
     ItemVariant(ItemVariant const& other);                     ///< deep; copies are sized exactly
     ItemVariant(ItemVariant&& other) noexcept { swap(other); } ///< leaves a default one behind
@@ -93,8 +93,8 @@ static_assert(sizeof(ItemVariant) == 24, "virtual table, tag, value");
 
 // ---------------------------------------------------------------------------
 
-template <class T> ItemVariant ItemVariant::fresh() {
-    return {detail::Kind<T>(), detail::newFreshValue<T>()};
+template <class T> ItemVariant ItemVariant::makeDefault() {
+    return {detail::Kind<T>(), detail::newDefaultValue<T>()};
 }
 
 template <class T> T* ItemVariant::as() {

@@ -1,6 +1,6 @@
 #include <MRCommon/properties/Ppty.h>
 
-#include <MRCommon/basic/StreamEncoding.h>
+#include <MRCommon/streams/StreamEncoding.h>
 
 #include <memory>
 
@@ -22,7 +22,7 @@ void Ppty::readFrom(FileStreamEndian& stream) { encoding::readStr(stream, name_)
 
 void Ppty::writeTo(FileStreamEndian& stream) const { encoding::writeStr(stream, name_); }
 
-Ppty* Ppty::renamed(Ppty* copy, QN_String const& name) {
+Ppty* Ppty::withName(Ppty* copy, QN_String const& name) {
     std::unique_ptr<Ppty> owned(copy);
     owned->name_ = name;
     return owned.release();

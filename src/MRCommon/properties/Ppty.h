@@ -11,10 +11,10 @@
 #ifndef MRCOMMON_PROPERTIES_PPTY_H
 #define MRCOMMON_PROPERTIES_PPTY_H
 
-#include <MRCommon/basic/FileStreamEndian.h>
-#include <MRCommon/basic/FileStreamRaw.h>
 #include <MRCommon/properties/ItemVariant.h>
 #include <MRCommon/properties/QN_Class.h>
+#include <MRCommon/streams/FileStreamEndian.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 namespace quarn {
 
@@ -75,7 +75,7 @@ protected:
     Ppty(Ppty const& other);              ///< the name alone
 
     /// Gives a fresh copy its new name: what every cloneWithNewName is made of.
-    static Ppty* renamed(Ppty* copy, QN_String const& name);
+    static Ppty* withName(Ppty* copy, QN_String const& name);
 
 private:
     QN_String name_;

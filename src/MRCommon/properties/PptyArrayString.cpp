@@ -1,15 +1,15 @@
 #include <MRCommon/properties/PptyArrayString.h>
 
-#include <MRCommon/basic/StreamEncoding.h>
-#include <MRCommon/properties/detail/BasePptyCode.h>
-#include <MRCommon/properties/detail/NoText.h>
+#include <MRCommon/properties/detail/BasePptyImpl.h>
+#include <MRCommon/properties/detail/EmptyString.h>
 #include <MRCommon/properties/PptyText.h>
+#include <MRCommon/streams/StreamEncoding.h>
 
 namespace quarn {
 
 template class BasePpty<Array<QN_String>, Ppty::TYPE_ARRAY_STRING>;
 
-PptyArrayString::PptyArrayString() : PptyArrayString(detail::noText) {}
+PptyArrayString::PptyArrayString() : PptyArrayString(detail::emptyString) {}
 
 PptyArrayString::PptyArrayString(QN_String const& name) : BasePpty(name) {}
 
@@ -22,7 +22,7 @@ PptyArrayString::~PptyArrayString() = default;
 
 Ppty* PptyArrayString::clone() const { return new PptyArrayString(*this); }
 
-Ppty* PptyArrayString::cloneWithNewName(QN_String const& name) const { return renamed(clone(), name); }
+Ppty* PptyArrayString::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
 
 QN_String PptyArrayString::toStr() const {
     QN_String text;

@@ -1,10 +1,10 @@
 #include <MRCommon/properties/PptyEnum.h>
 
-#include <MRCommon/basic/StreamEncoding.h>
-#include <MRCommon/properties/detail/BasePptyCode.h>
-#include <MRCommon/properties/detail/NoText.h>
+#include <MRCommon/host/ConfigurationMngr.h>
+#include <MRCommon/properties/detail/BasePptyImpl.h>
+#include <MRCommon/properties/detail/EmptyString.h>
 #include <MRCommon/properties/PptyText.h>
-#include <MRCommon/text/ConfigurationMngr.h>
+#include <MRCommon/streams/StreamEncoding.h>
 
 #include <algorithm>
 
@@ -31,10 +31,10 @@ bool recordsCarryALayoutNumber() {
 
 } // namespace
 
-PptyEnum::PptyEnum() : PptyEnum(detail::noText) {}
+PptyEnum::PptyEnum() : PptyEnum(detail::emptyString) {}
 
 PptyEnum::PptyEnum(QN_String const& name)
-    : PptyEnum(name, Tuple2<QN_String, int>(detail::noText, noChoice)) {}
+    : PptyEnum(name, Tuple2<QN_String, int>(detail::emptyString, noChoice)) {}
 
 PptyEnum::PptyEnum(QN_String const& name, Tuple2<QN_String, int> const& value) : BasePpty(name, value) {}
 
@@ -44,7 +44,7 @@ PptyEnum::~PptyEnum() = default;
 
 Ppty* PptyEnum::clone() const { return new PptyEnum(*this); }
 
-Ppty* PptyEnum::cloneWithNewName(QN_String const& name) const { return renamed(clone(), name); }
+Ppty* PptyEnum::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
 
 QN_String PptyEnum::toStr() const {
     QN_String text;
@@ -90,7 +90,7 @@ template <class Stream> void PptyEnum::readFromT(Stream& stream) {
     readTable(stream);
     index = stored;
     int const choice = findChoice([&](unsigned int i) { return itemValues[i] == stored; });
-    label = choice == noChoice ? detail::noText : itemLabels[static_cast<unsigned int>(choice)];
+    label = choice == noChoice ? detail::emptyString : itemLabels[static_cast<unsigned int>(choice)];
 }
 
 template <class Stream> void PptyEnum::readTable(Stream& stream) {

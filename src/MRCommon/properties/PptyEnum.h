@@ -17,8 +17,8 @@
 #ifndef MRCOMMON_PROPERTIES_PPTYENUM_H
 #define MRCOMMON_PROPERTIES_PPTYENUM_H
 
-#include <MRCommon/basic/FileStreamEndian.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/streams/FileStreamEndian.h>
 
 namespace quarn {
 

@@ -28,7 +28,7 @@ public:
     /// nothing.
     void metaDelete(void*& object) const override { delete static_cast<T*>(std::exchange(object, nullptr)); }
 
-    RunTimeType runTimeType() const override { return {&throwNull, &catches}; }
+    UpcastProbe upcastProbe() const override { return {&throwNull, &catches}; }
 
 private:
     static void throwNull() {

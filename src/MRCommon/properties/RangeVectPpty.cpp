@@ -1,8 +1,8 @@
 #include <MRCommon/properties/RangeVectPpty.h>
 
 #include <MRCommon/basic/Limits.h>
-#include <MRCommon/properties/detail/NoText.h>
-#include <MRCommon/properties/detail/RangePptyCode.h>
+#include <MRCommon/properties/detail/EmptyString.h>
+#include <MRCommon/properties/detail/RangePptyImpl.h>
 
 #include <type_traits>
 
@@ -52,11 +52,11 @@ template <class T, unsigned int TypeCode> bool RangeVectPpty<T, TypeCode>::setVa
     return detail::isWithin(value, this->minimum_, this->maximum_) && RangePpty<T, TypeCode>::setValue(value);
 }
 
-#define QN_MAKE(KIND, T, CODE)                                                                               \
+#define QN_INSTANTIATE(KIND, T, CODE)                                                                        \
     template class BasePpty<T, CODE>;                                                                        \
     template class RangePpty<T, CODE>;                                                                       \
     template class RangeVectPpty<T, CODE>;                                                                   \
-    KIND::KIND() : KIND(detail::noText) {}                                                                   \
+    KIND::KIND() : KIND(detail::emptyString) {}                                                              \
     KIND::KIND(QN_String const& name) : RangeVectPpty(name) {}                                               \
     KIND::KIND(QN_String const& name, T const& value) : RangeVectPpty(name, value) {}                        \
     KIND::KIND(QN_String const& name, T const& value, T const& minimum, T const& maximum)                    \
@@ -64,11 +64,11 @@ template <class T, unsigned int TypeCode> bool RangeVectPpty<T, TypeCode>::setVa
     KIND::KIND(KIND const& other) = default;                                                                 \
     KIND::~KIND() = default;                                                                                 \
     Ppty* KIND::clone() const { return new KIND(*this); }                                                    \
-    Ppty* KIND::cloneWithNewName(QN_String const& name) const { return renamed(clone(), name); }
+    Ppty* KIND::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
 
-QN_MAKE(RangeVect3FPpty, Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F)
-QN_MAKE(RangeVect3DPpty, Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D)
+QN_INSTANTIATE(RangeVect3FPpty, Vector3<float>, Ppty::TYPE_RANGE_VECTOR3F)
+QN_INSTANTIATE(RangeVect3DPpty, Vector3<double>, Ppty::TYPE_RANGE_VECTOR3D)
 
-#undef QN_MAKE
+#undef QN_INSTANTIATE
 
 } // namespace quarn

@@ -1,14 +1,14 @@
 #include <MRCommon/properties/RgdBasicPpty.h>
 
-#include <MRCommon/properties/detail/NoText.h>
-#include <MRCommon/properties/detail/RangePptyCode.h>
+#include <MRCommon/properties/detail/EmptyString.h>
+#include <MRCommon/properties/detail/RangePptyImpl.h>
 
 #include <limits>
 
 namespace quarn {
 
 template <class T, unsigned int TypeCode>
-RgdBasicPpty<T, TypeCode>::RgdBasicPpty() : RgdBasicPpty(detail::noText) {}
+RgdBasicPpty<T, TypeCode>::RgdBasicPpty() : RgdBasicPpty(detail::emptyString) {}
 
 template <class T, unsigned int TypeCode>
 RgdBasicPpty<T, TypeCode>::RgdBasicPpty(QN_String const& name) : RgdBasicPpty(name, T(0)) {}
@@ -33,23 +33,23 @@ template <class T, unsigned int TypeCode> Ppty* RgdBasicPpty<T, TypeCode>::clone
 
 template <class T, unsigned int TypeCode>
 Ppty* RgdBasicPpty<T, TypeCode>::cloneWithNewName(QN_String const& name) const {
-    return this->renamed(clone(), name);
+    return this->withName(clone(), name);
 }
 
 template <class T, unsigned int TypeCode> bool RgdBasicPpty<T, TypeCode>::setValue(T const& value) {
     return detail::isWithin(value, this->minimum_, this->maximum_) && RangePpty<T, TypeCode>::setValue(value);
 }
 
-#define QN_MAKE(T, CODE)                                                                                     \
+#define QN_INSTANTIATE(T, CODE)                                                                              \
     template class BasePpty<T, CODE>;                                                                        \
     template class RangePpty<T, CODE>;                                                                       \
     template class RgdBasicPpty<T, CODE>
 
-QN_MAKE(int, Ppty::TYPE_RANGE_INT);
-QN_MAKE(long long, Ppty::TYPE_RANGE_INT64);
-QN_MAKE(float, Ppty::TYPE_RANGE_FLOAT);
-QN_MAKE(double, Ppty::TYPE_RANGE_DOUBLE);
+QN_INSTANTIATE(int, Ppty::TYPE_RANGE_INT);
+QN_INSTANTIATE(long long, Ppty::TYPE_RANGE_INT64);
+QN_INSTANTIATE(float, Ppty::TYPE_RANGE_FLOAT);
+QN_INSTANTIATE(double, Ppty::TYPE_RANGE_DOUBLE);
 
-#undef QN_MAKE
+#undef QN_INSTANTIATE
 
 } // namespace quarn

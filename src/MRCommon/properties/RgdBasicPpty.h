@@ -45,18 +45,18 @@ using RFloatPpty = RgdBasicPpty<float, Ppty::TYPE_RANGE_FLOAT>;
 using RDoublePpty = RgdBasicPpty<double, Ppty::TYPE_RANGE_DOUBLE>;
 ///@}
 
-#define QN_MADE_IN_LIBRARY(KIND, T, CODE)                                                                    \
+#define QN_EXTERN_INSTANCE(KIND, T, CODE)                                                                    \
     template <> MRCOMMON_API QN_MetaClassBase const& KIND::metaClass();                                      \
     extern template class BasePpty<T, CODE>;                                                                 \
     extern template class RangePpty<T, CODE>;                                                                \
     extern template class RgdBasicPpty<T, CODE>
 
-QN_MADE_IN_LIBRARY(RIntPpty, int, Ppty::TYPE_RANGE_INT);
-QN_MADE_IN_LIBRARY(RInt64Ppty, long long, Ppty::TYPE_RANGE_INT64);
-QN_MADE_IN_LIBRARY(RFloatPpty, float, Ppty::TYPE_RANGE_FLOAT);
-QN_MADE_IN_LIBRARY(RDoublePpty, double, Ppty::TYPE_RANGE_DOUBLE);
+QN_EXTERN_INSTANCE(RIntPpty, int, Ppty::TYPE_RANGE_INT);
+QN_EXTERN_INSTANCE(RInt64Ppty, long long, Ppty::TYPE_RANGE_INT64);
+QN_EXTERN_INSTANCE(RFloatPpty, float, Ppty::TYPE_RANGE_FLOAT);
+QN_EXTERN_INSTANCE(RDoublePpty, double, Ppty::TYPE_RANGE_DOUBLE);
 
-#undef QN_MADE_IN_LIBRARY
+#undef QN_EXTERN_INSTANCE
 
 } // namespace quarn
 

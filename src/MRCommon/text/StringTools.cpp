@@ -30,7 +30,7 @@ constexpr CharacterSet isWhitespace(" \t\n\v\f\r");
 constexpr CharacterSet isAlphanumeric("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
 
 /// The characters of `text` for which `keep` holds, in a result of exactly their number.
-template <class Keep> std::string kept(std::string const& text, Keep const& keep) {
+template <class Keep> std::string filtered(std::string const& text, Keep const& keep) {
     std::string result(static_cast<std::size_t>(std::count_if(text.begin(), text.end(), keep)), '\0');
     std::copy_if(text.begin(), text.end(), result.begin(), keep);
     return result;
@@ -166,10 +166,10 @@ std::string replace_all(std::string const& text, std::string const& from, std::s
 }
 
 std::string no_whitespace(std::string const& text) {
-    return kept(text, [](char c) { return !isWhitespace(c); });
+    return filtered(text, [](char c) { return !isWhitespace(c); });
 }
 
-std::string removeNonAlphanumeric(std::string const& text) { return kept(text, isAlphanumeric); }
+std::string removeNonAlphanumeric(std::string const& text) { return filtered(text, isAlphanumeric); }
 
 std::vector<std::string> tokenize(std::string const& text, std::string const& delimiters, int limit,
                                   bool quoting) {

@@ -18,7 +18,7 @@ public:
     explicit Measure(QN_String const& name) : RFloatPpty(name, 1.5f, 0.0f, 2.0f) {}
 
     Ppty* clone() const override { return new Measure(*this); }
-    Ppty* cloneWithNewName(QN_String const& name) const override { return renamed(clone(), name); }
+    Ppty* cloneWithNewName(QN_String const& name) const override { return withName(clone(), name); }
     QN_String toStr() const override {
         QN_String text;
         return text.format("%g %s", double(*getVariantValue().as<float>()), unit_.c_str());

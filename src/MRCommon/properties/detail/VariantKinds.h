@@ -17,7 +17,7 @@ template <class... T> struct Kinds {};
 using VariantKinds = Kinds<int, long long, float, double, bool, QN_String, Vector3<float>, Vector3<double>,
                            Color4<float>, Color4<double>, Array<QN_String>, Tuple2<QN_String, int>>;
 
-template <class T, class... All> constexpr unsigned int placeOf(Kinds<All...>) {
+template <class T, class... All> constexpr unsigned int indexOf(Kinds<All...>) {
     unsigned int place = 0;
     bool found = false;
     ((found = found || std::is_same_v<T, All>, place += found ? 0 : 1), ...);
@@ -25,7 +25,7 @@ template <class T, class... All> constexpr unsigned int placeOf(Kinds<All...>) {
 }
 
 /// The tag of T; 0 for a type that no variant holds.
-template <class T> constexpr unsigned int variantTag = placeOf<T>(VariantKinds());
+template <class T> constexpr unsigned int variantTag = indexOf<T>(VariantKinds());
 
 template <class Visit, class... All> void visitKindIn(Kinds<All...>, unsigned int tag, Visit const& visit) {
     static_cast<void>(((tag == variantTag<All> && (visit(Kind<All>()), true)) || ...));
@@ -37,10 +37,10 @@ template <class Visit> void visitKind(unsigned int tag, Visit const& visit) {
 }
 
 /// Kinds without a buffer of their own: numbers, bool, vectors, colours.
-template <class T> constexpr bool isPlain = std::is_trivially_copyable_v<T>;
+template <class T> constexpr bool isTriviallyCopyable = std::is_trivially_copyable_v<T>;
 
 /// A value as a fresh property has it: 0, false, empty, opaque black; vectors are left unwritten.
-template <class T> T* newFreshValue() {
+template <class T> T* newDefaultValue() {
     if constexpr (std::is_arithmetic_v<T>)
         return new T();
     else

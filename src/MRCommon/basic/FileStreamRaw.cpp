@@ -1,9 +1,0 @@
-#include <MRCommon/basic/FileStreamRaw.h>
-
-namespace quarn {
-
-FileStreamRaw::FileStreamRaw(std::FILE* file) : FileStream(file) {}
-
-FileStreamRaw::~FileStreamRaw() = default;
-
-} // namespace quarn

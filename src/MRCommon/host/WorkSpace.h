@@ -1,0 +1,16 @@
+// WorkSpace: constants of the application's work space.
+#ifndef MRCOMMON_HOST_WORKSPACE_H
+#define MRCOMMON_HOST_WORKSPACE_H
+
+#include <MRCommon/Export.h>
+
+namespace quarn::marelle {
+
+class MRCOMMON_API WorkSpace {
+public:
+    static int const NUM_USR_TOOLBARS = 0; ///< tool bars of the user's own
+};
+
+} // namespace quarn::marelle
+
+#endif

@@ -1,0 +1,7 @@
+#include <MRCommon/properties/detail/EmptyString.h>
+
+namespace quarn {
+
+QN_String const detail::emptyString;
+
+} // namespace quarn

@@ -1,5 +1,0 @@
-#include <MRCommon/text/Environment.h>
-
-#include <cstdlib>
-
-bool isEnvironmentVariableDefined(char const* name) { return std::getenv(name) != nullptr; }

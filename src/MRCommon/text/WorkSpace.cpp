@@ -1,7 +1,0 @@
-#include <MRCommon/text/WorkSpace.h>
-
-namespace quarn::marelle {
-
-int const WorkSpace::NUM_USR_TOOLBARS;
-
-} // namespace quarn::marelle

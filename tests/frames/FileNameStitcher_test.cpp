@@ -1,0 +1,282 @@
+// FileNameStitcher: built names, parsed paths with real files, the range search, and the saved record.
+#include <MRCommon/frames/detail/FrameSearch.h>
+#include <MRCommon/frames/FileNameStitcher.h>
+
+#include <qn_fileio/qn_fileio.h>
+
+#include "support/Allocations.h"
+#include "support/TempDir.h"
+#include "support/TempFile.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <set>
+#include <tuple>
+
+using quarn::QN_String;
+using quarn::detail::firstFrame;
+using quarn::detail::lastFrame;
+
+namespace {
+
+FrameExtensionOrder orderOf(int value) { return static_cast<FrameExtensionOrder>(value); }
+
+/// The process's stitcher with the given settings.
+FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int order) {
+    FileNameStitcher& s = FileNameStitcher::instance();
+    s.prefix = prefix;
+    s.padding = padding;
+    s.order = orderOf(order);
+    return s;
+}
+
+struct Reading {
+    char const *path, *result;
+};
+
+/// What parsing says of a path below `folder`: "name|extension first..last width order", or "no".
+std::string parsed(std::string const& folder, std::string const& path) {
+    QN_String name("untouched"), ext("untouched");
+    unsigned int first = 7, last = 7, padding = 7;
+    FrameExtensionOrder order = orderOf(0);
+    bool const found = FileNameStitcher::frameExtensionFromPath((folder + path).c_str(), name, ext, first,
+                                                                last, padding, order);
+    std::string shortName = name.c_str();
+    if (shortName.compare(0, folder.size(), folder) == 0) shortName.erase(0, folder.size());
+    return (found ? "" : "no ") + shortName + "|" + ext.c_str() + " " + std::to_string(first) + ".." +
+           std::to_string(last) + " " + std::to_string(padding) + " " + std::to_string(order);
+}
+
+} // namespace
+
+TEST(FileNameStitcher, StartsWithItsDefaults) {
+    FileNameStitcher const& s = FileNameStitcher::instance();
+    EXPECT_EQ(&s, &FileNameStitcher::instance());
+    EXPECT_EQ(s.prefix + s.sceneName, "");
+    EXPECT_EQ(s.padding, 5u);
+    EXPECT_EQ(s.order, FRAME_ORDER_NAME_FRAME_DOT_EXT);
+}
+
+TEST(FileNameStitcher, BuildsNames) {
+    FileNameStitcher::instance().setSceneName("shot.take2.scn");
+    // clang-format off
+    std::tuple<char const*, unsigned int, int, int, char const*, char const*> const cases[] = {
+        {"/cache/$(SCENENAME)/", 5, 2, 12, ".bin", "/cache/shot/fluid00012.bin"},
+        {"/cache/$(SCENENAME)/", 5, 0, 12, ".bin", "/cache/shot/fluid.00012.bin"},
+        {"/cache/$(SCENENAME)/", 5, 1, 12, ".bin", "/cache/shot/fluid.bin.00012"},
+        {"/cache/$(SCENENAME)/", 5, 3, 12, ".bin", "/cache/shot/fluid_00012.bin"},
+        {"/cache/$(SCENENAME)/", 3, 3, 1234, "bin", "/cache/shot/fluid_1234.bin"},
+        {"$(SCENENAME)$(SCENENAME)", 1, 2, 0, "x", "shot$(SCENENAME)fluid0.x"},
+        {"$(SCENENAME", 0, 2, 0, "tar.gz", "$(SCENENAMEfluid0.targz"}, {"", 5, 2, -3, "x", "fluid-0003.x"},
+        {"", 2, 2, -34, "x", "fluid-34.x"}, {"", 0, 1, INT_MIN, "", "fluid..-2147483648"},
+        {"", 12, 0, INT_MAX, "..", "fluid.002147483647."}, {"", 5, 4, 1, "x", ""}, {"", 5, -1, 1, "x", ""}};
+    // clang-format on
+    for (auto const& [prefix, padding, order, frame, ext, result] : cases)
+        EXPECT_EQ(stitcher(prefix, padding, order).doIt("fluid", frame, ext), result);
+}
+
+TEST(FileNameStitcher, BuildsNamesOfAnyLength) {
+    std::string const name(5000, 'n');
+    EXPECT_EQ(stitcher(name, 1000, 3).doIt(name, -5, name),
+              name + name + "_-" + std::string(998, '0') + "5." + name);
+    for (unsigned int const padding : {65535u, 65536u, UINT_MAX})
+        EXPECT_EQ(stitcher("", padding, 1).doIt("", 1, ""), ".." + std::string(65534, '0') + "1");
+    EXPECT_EQ(stitcher("", 1, 2).doIt(std::string("a\0b", 3), 1, std::string("c\0d", 3)), "a1.c")
+        << "parts end at their NUL, as printed texts do";
+}
+
+TEST(FileNameStitcher, CutsTheSceneNameAtItsFirstDot) {
+    FileNameStitcher& s = FileNameStitcher::instance();
+    for (auto const& [text, stored] : {std::pair("shot", "shot"), {".scn", ""}, {"a.b.c", "a"}}) {
+        s.setSceneName(text);
+        EXPECT_EQ(s.sceneName, stored);
+    }
+}
+
+TEST(FileNameStitcher, WritesFormats) {
+    // clang-format off
+    std::tuple<int, unsigned int, char const*> const cases[] = {
+        {0, 4, "%s.%04d.%s"}, {1, 4, "%s.%s.%04d"}, {2, 4, "%s%04d.%s"}, {3, 4, "%s_%04d.%s"},
+        {0, 0, "%s.%s"}, {1, 0, "%s.%s.%00d"}, {2, 0, "%s.%s"}, {3, 0, "%s.%s"},
+        {3, 0x80000000, "%s_%0-2147483648d.%s"}, {4, 4, "untouched"}, {-1, 4, "untouched"}};
+    // clang-format on
+    for (auto const& [order, padding, format] : cases) {
+        char out[21] = "untouched";
+        FileNameStitcher::setFormatStr(out, orderOf(order), padding);
+        EXPECT_STREQ(out, format);
+    }
+}
+
+TEST(FrameSearch, FindsTheFirstFrameByBisection) {
+    struct Case {
+        unsigned int first, known, result;
+        std::vector<unsigned int> asked;
+    };
+    // clang-format off
+    Case const cases[] = {
+        {0, 0, 0, {}}, {1, 1, 1, {0}}, {0, 1, 0, {0}}, {10, 12, 10, {6, 9, 10}}, {9, 12, 9, {6, 9, 7, 8}},
+        {0, 4, 0, {2, 1, 0}}, {1, 4, 1, {2, 1, 0}}, {2, 2, 2, {1}}, {99, 2, 2, {1}}};
+    // clang-format on
+    for (Case const& c : cases) {
+        std::vector<unsigned int> asked;
+        unsigned int const result = firstFrame(c.known, [&](unsigned int frame) {
+            asked.push_back(frame);
+            return frame >= c.first;
+        });
+        EXPECT_EQ(result, c.result) << c.known;
+        EXPECT_EQ(asked, c.asked) << c.known;
+    }
+    for (unsigned int known = 0; known < 70; ++known)
+        for (unsigned int first = 0; first <= known; ++first)
+            EXPECT_EQ(firstFrame(known, [&](unsigned int frame) { return frame >= first; }), first);
+    int questions = 0;
+    EXPECT_EQ(firstFrame(UINT_MAX, [&](unsigned int f) { return ++questions, f >= 4000000000u; }),
+              4000000000u);
+    EXPECT_LE(questions, 33);
+}
+
+TEST(FrameSearch, FindsTheLastFrameByWalkingUp) {
+    std::set<unsigned int> const frames{7, 8, 10, 95, 96, 97, 98, 99, UINT_MAX - 1, UINT_MAX};
+    // clang-format off
+    std::tuple<unsigned int, unsigned int, unsigned int> const cases[] = {
+        {7, 5, 8}, {8, 2, 8}, {10, 5, 10}, {9, 5, 8}, {0, 5, UINT_MAX}, {95, 3, 99}, {95, 2, 95},
+        {99, 2, 99}, {100, 2, 100}, {7, 0, 7}, {0, 0, UINT_MAX}, {1410065408, 10, 1410065408}, {7, 32, 7},
+        {7, UINT_MAX, 7}, {UINT_MAX - 1, 40, UINT_MAX - 1}, {UINT_MAX, 3, UINT_MAX}};
+    // clang-format on
+    for (auto const& [known, padding, result] : cases)
+        EXPECT_EQ(lastFrame(known, padding, [&](unsigned int f) { return frames.count(f) != 0; }), result)
+            << known << " " << padding;
+}
+
+TEST(FrameSearch, OnDiskUsesThePathsOfEachLayout) {
+    TempDir folder;
+    std::vector<std::string> const texts{"f.007.x", "f.x.007", "f007.x", "f_007.x"};
+    for (int order = 0; order < 4; ++order) {
+        folder.touch(texts[static_cast<std::size_t>(order)]);
+        EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(order), folder.path("f").c_str(), "x", 3, 7), 7u);
+        EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(order), folder.path("f").c_str(), "x", 4, 7), 6u);
+    }
+    for (int const order : {-1, 4}) {
+        EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(order), "f", "x", 3, 7), 7u);
+        EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(order), "f", "x", 3, 7), 6u);
+    }
+    folder.touch("g0.x"), folder.touch("g1.x");
+    EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), folder.path("g").c_str(), "x", 0, 1), 0u);
+    EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), folder.path("g").c_str(), "x", UINT_MAX, 1), 1u);
+}
+
+TEST(FrameSearch, NeverTakesALongPathForAnothersFile) {
+    TempDir folder;
+    std::string longFolder = folder.path("");
+    while (longFolder.size() < 1000)
+        longFolder += std::string(std::min<std::size_t>(150, 1000 - longFolder.size()), 'd') + "/";
+    std::string const relative = longFolder.substr(folder.path("").size());
+    for (std::size_t const length : {1022u, 1023u, 1024u, 1040u}) {
+        std::string const name = std::string(length - longFolder.size() - 4, 'n');
+        for (char const* const file : {"1.x", "2.x", "1.xy", "2.xy", "1.xyz", "2.xyz"})
+            folder.touch(relative + name + file);
+        unsigned int const last =
+            FileNameStitcher::findMaxValue(orderOf(2), (longFolder + name).c_str(), "xyz", 1, 1);
+        EXPECT_EQ(last, length + 1 < 1024 ? 2u : 0u) << length + 1;
+    }
+}
+
+TEST(FrameFromPath, FindsSequences) {
+    TempDir folder;
+    // clang-format off
+    std::tuple<char const*, int, int, char const*, char const*> const cases[] = {
+        {"fluid_%05d.bin", 10, 20, "fluid_00012.bin", "fluid|bin 10..20 5 3"},
+        {"fluid.bin.%04d", 1, 9, "fluid.bin.0007", "fluid|bin 1..9 4 1"},
+        {"mesh.%03d.obj", 0, 5, "mesh.003.obj", "mesh|obj 0..5 3 0"},
+        {"smoke%02d.vdb", 8, 9, "smoke09.vdb", "smoke|vdb 8..9 2 2"},
+        {"long12%010d.bin", 1, 2, "long120000000001.bin", "long12|bin 1..2 10 2"},
+        {"v1.2/part_%03d.bin", 1, 3, "v1.2/part_002.bin", "v1.2/part|bin 1..3 3 3"},
+        {"%04d.bin", 5, 6, "0005.bin", "|bin 5..6 4 2"}};
+    // clang-format on
+    for (auto const& [format, first, last, path, result] : cases) {
+        for (int frame = first; frame <= last; ++frame)
+            folder.touch(QN_String().format(format, frame).c_str());
+        EXPECT_EQ(parsed(folder.path(""), path), result);
+    }
+}
+
+TEST(FrameFromPath, KnowsFilesThatStandAlone) {
+    TempDir folder;
+    // clang-format off
+    Reading const cases[] = {
+        {"take2.bin", "take2|bin 0..0 0 2"}, {"smoke_v2.vdb", "smoke_v2|vdb 0..0 0 2"},
+        {"notes.txt", "notes|txt 0..0 0 1"}, {"notes\xB2.txt", "notes\xB2|txt 0..0 0 1"},
+        {"d.x/readme", "d|x/readme 0..0 0 1"}, {"fluid_7.bin", "fluid|bin 7..7 1 3"},
+        {"fluid.7.bin", "fluid|bin 7..7 1 0"}, {"fluid.bin.0000", "fluid|bin 0..0 4 1"},
+        {"fluid..bin", "fluid.|bin 0..0 0 1"}, {"fluid.", "fluid| 0..0 0 1"},
+        {"fluid.bin.00x", "fluid.bin|00x 0..0 0 1"},
+        // A frame, although no name is built like that: the search finds no file.
+        {"fluid.bin.12abc", "fluid|bin 12..11 5 1"}};
+    // clang-format on
+    for (Reading const& c : cases) {
+        folder.touch(c.path);
+        EXPECT_EQ(parsed(folder.path(""), c.path), c.result);
+    }
+}
+
+TEST(FrameFromPath, ReadsPathsWithoutAFile) {
+    // clang-format off
+    Reading const cases[] = {
+        {"no_such_readme", "no untouched|untouched 7..7 7 1"}, {"", "no untouched|untouched 7..7 7 1"},
+        {"12.0007", "|12 7..6 4 1"}, {".", "| 0..0 0 1"}, {".0", "| 0..4294967295 1 1"},
+        {"n.-2", "|n 4294967294..4294967293 2 1"}, {"d.1/readme", "|d 1..0 8 1"},
+        {"no_such_9999999999.x", "no_such|x 1410065407..1410065406 10 3"}};
+    // clang-format on
+    for (Reading const& c : cases) EXPECT_EQ(parsed("", c.path), c.result) << c.path;
+    QN_String path("no_such_5.x");
+    FrameExtensionOrder order = orderOf(0);
+    unsigned int number = 0;
+    EXPECT_TRUE(FileNameStitcher::frameExtensionFromPath(path, path, path, number, number, number, order));
+    EXPECT_STREQ(path.c_str(), "x") << "the outputs may be the path itself";
+    EXPECT_TRUE(FileNameStitcher::frameExtensionFromPath("no_such.5.x", order));
+    EXPECT_EQ(order, FRAME_ORDER_NAME_DOT_FRAME_DOT_EXT);
+}
+
+TEST(StitcherRecord, IsReadAsItWasWritten) {
+    TempFile file;
+    SetCurrentStream(file);
+    stitcher("ab/", 4, 3).save();
+    EXPECT_EQ(file.bytes(), hex("00000003 61622F 00000004 00000003"));
+    file.rewind();
+    FileNameStitcher& s = stitcher("a longer prefix", 9, 0);
+    s.sceneName = "shot";
+    s.load();
+    SetCurrentStream(nullptr);
+    EXPECT_EQ(s.prefix + s.sceneName, "ab/shot");
+    EXPECT_TRUE(s.padding == 4 && s.order == 3);
+}
+
+TEST(StitcherRecord, ThatIsAbsurdOrMissingIsSurvived) {
+    FileNameStitcher& s = stitcher("ab/", 4, 3);
+    s.load();
+    EXPECT_EQ(s.prefix, "") << "there is no stream";
+    EXPECT_TRUE(s.padding == 4 && s.order == 3);
+    TempFile file(hex("00000002 6100 FFFFFFFF 00000077"));
+    SetCurrentStream(file);
+    s.load();
+    SetCurrentStream(nullptr);
+    EXPECT_EQ(s.order, 0x77);
+    EXPECT_EQ(s.doIt("n", 1, "x"), "");
+    s.order = FRAME_ORDER_NAME_FRAME_DOT_EXT;
+    EXPECT_EQ(s.doIt("n", 1, "x").size(), 1u + 1 + 65535 + 2) << "the prefix ends at its NUL";
+    EXPECT_EQ(FileNameStitcher::findMinValue(s.order, "n", "x", s.padding, 5), 5u);
+}
+
+TEST(StitcherMemory, ExhaustedPassesOn) {
+    TempDir folder;
+    folder.touch("a_1.x");
+    QN_String const path(folder.path("a_1.x").c_str());
+    FrameExtensionOrder order = orderOf(0);
+    EXPECT_GT(failEveryAllocation([&] { FileNameStitcher::frameExtensionFromPath(path, order); }), 0);
+    FileNameStitcher const& s = stitcher("", 100, 2);
+    EXPECT_GT(failEveryAllocation([&] { s.doIt("n", 1, "x"); }), 0);
+    AllocationCounter count;
+    FileNameStitcher::findMaxValue(orderOf(3), "no such file", "x", 5, 10);
+    EXPECT_LE(count.made(), 2) << "the arguments alone: probing allocates nothing";
+}

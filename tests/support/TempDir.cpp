@@ -1,0 +1,23 @@
+#include "support/TempDir.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <stdexcept>
+
+TempDir::TempDir() {
+    static int made = 0;
+    root_ = std::filesystem::temp_directory_path() /
+            ("mrcommon-" + std::to_string(getpid()) + "-" + std::to_string(made++));
+    std::filesystem::create_directories(root_);
+}
+
+TempDir::~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(root_, ignored);
+}
+
+void TempDir::touch(std::string const& name) const {
+    std::filesystem::create_directories((root_ / name).parent_path());
+    if (!std::ofstream(root_ / name)) throw std::runtime_error("cannot make " + path(name));
+}

@@ -1,0 +1,25 @@
+// TempDir: an empty temporary folder, gone with everything in it at the end of its scope.
+//     TempDir folder;
+//     folder.touch("fluid_00012.bin");
+//     folder.path("fluid")              // "/tmp/mrcommon-4711-0/fluid"
+#ifndef MRCOMMON_TESTS_SUPPORT_TESTFOLDER_H
+#define MRCOMMON_TESTS_SUPPORT_TESTFOLDER_H
+
+#include <filesystem>
+#include <string>
+
+class TempDir {
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(TempDir const&) = delete;
+    TempDir& operator=(TempDir const&) = delete;
+
+    std::string path(std::string const& name) const { return (root_ / name).string(); }
+    void touch(std::string const& name) const; ///< an empty file, with the folders on the way to it
+
+private:
+    std::filesystem::path root_;
+};
+
+#endif
