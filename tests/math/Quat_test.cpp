@@ -394,11 +394,13 @@ TYPED_TEST(AnyQuat, NeverDividesByZeroInAMatrix) {
 // Last bits, which saved scenes depend on. Every figure differs when the step is calculated in the other precision, or
 // with divisions in place of one reciprocal.
 TEST(Quat, KeepsItsLastBits) {
-    EXPECT_EQ(Quat({1, 0, 0}, 0x1.f5ap-7f)[1], 0x1.f59ebep-8f) << "sine in double";
-    EXPECT_EQ(Quat({1, 0, 0}, 0x1.ec6p-7f)[0], 0x1.fffc4cp-1f) << "cosine in double";
+    float volatile const forSine = 0x1.f5ap-7f, forCosine = 0x1.ec6p-7f,
+                         forArc = -0.75f; // not for the compiler to fold
+    EXPECT_EQ(Quat({1, 0, 0}, forSine)[1], 0x1.f59ebep-8f) << "sine in double";
+    EXPECT_EQ(Quat({1, 0, 0}, forCosine)[0], 0x1.fffc4cp-1f) << "cosine in double";
     Vector3<float> axis;
     float angle;
-    Quat(-0.75f, 1, 3, 1).ToAxisAngle(axis, angle);
+    Quat(forArc, 1, 3, 1).ToAxisAngle(axis, angle);
     EXPECT_EQ(angle, 2 * 0x1.359d26p+1f) << "arc cosine in double";
     EXPECT_EQ(axis, Vector3<float>(0x1.34bf64p-2f, 0x1.cf1f16p-1f, 0x1.34bf64p-2f)) << "one reciprocal";
     EXPECT_EQ(Quat(1, 2, 3, 0).getInverse(), Quat(0x1.24924ap-4f, -0x1.24924ap-3f, -0x1.b6db7p-3f, 0));
