@@ -159,7 +159,7 @@ struct LibUuid {
 };
 #endif
 
-// Qt's identifiers are left out here: their order is one of fields in the machine's byte order, after the variant.
+// Qt's identifiers are left out here: they are not ordered by their bytes.
 void order() {
     Comparison sort("sort", sorting<ByteId>(), MANY);
     Comparison compare("compare", comparing<ByteId>(), MANY);

@@ -62,8 +62,7 @@ template <class T> struct Ours {
         return m;
     }
     static Q fromMatrix(M const& m) {
-        M copy = m;
-        return Q(&copy);
+        return Q(const_cast<M*>(&m)); // only read from, although not declared so
     }
     static V rotate(Q const& a, V const& v) {
         if constexpr (isFloat) {

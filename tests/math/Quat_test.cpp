@@ -43,6 +43,15 @@ template <class Q> struct Kit {
     }
 };
 
+/// Writes and reads element 2 through an index of another type than int.
+template <class Index, class Q> void expectIndex() {
+    Q q(5, 6, 7, 8);
+    Q const& read = q;
+    q[Index(2)] = 9;
+    EXPECT_EQ(read[Index(2)], 9);
+    EXPECT_EQ(q, Q(5, 6, 9, 8));
+}
+
 template <class> class AnyQuat : public testing::Test {};
 
 struct Names {
@@ -67,15 +76,6 @@ TYPED_TEST(AnyQuat, KeepsItsElementsInOrder) {
     EXPECT_TRUE(elements[0] == 5 && elements[1] == 6 && elements[2] == 7 && elements[3] == 8);
     EXPECT_TRUE(q.X() == 5 && q.Y() == 6 && q.Z() == 7 && q.W() == 8 && q[3] == 8);
     EXPECT_FALSE(Q(1, 2, 3, Kit<Q>::nan) == Q(1, 2, 3, Kit<Q>::nan));
-}
-
-/// Writes and reads element 2 through an index of another type than int.
-template <class Index, class Q> void expectIndex() {
-    Q q(5, 6, 7, 8);
-    Q const& read = q;
-    q[Index(2)] = 9;
-    EXPECT_EQ(read[Index(2)], 9);
-    EXPECT_EQ(q, Q(5, 6, 9, 8));
 }
 
 TYPED_TEST(AnyQuat, TakesEveryTypeOfIntegerAsIndex) {
