@@ -12,6 +12,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -131,6 +132,8 @@ inline int Report::run(std::string const& theme, int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
     Report report;
     benchmark::RunSpecifiedBenchmarks(&report);
+    for (auto row = report.rows_.begin(); row != report.rows_.end();) // a filter may have left out ours
+        row = row->second.count("ours") == 0 ? report.rows_.erase(row) : std::next(row);
     report.print(theme);
     if (json.empty() || report.writeJson(theme, json)) return 0;
     std::perror(json.c_str());

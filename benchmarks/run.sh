@@ -10,20 +10,20 @@ case "${1:-}" in
     *) json=$1; shift ;;
 esac
 build=${BUILD:-build/release}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DMRCOMMON_BUILD_BENCHMARKS=ON > "$build.log" 2>&1 || {
-    cat "$build.log" >&2
+parts=$(mktemp -d)
+trap 'rm -r "$parts"' EXIT
+cmake --preset release -B "$build" -DMRCOMMON_BUILD_BENCHMARKS=ON > "$parts/log" 2>&1 || {
+    cat "$parts/log" >&2
     exit 1
 }
-grep 'is missing' "$build.log" || true
-rm "$build.log"
-cmake --build "$build" --target benchmarks > /dev/null || {
+grep 'is missing, bench\|Benchmark is missing' "$parts/log" || true
+cmake --build "$build" --target benchmarks > "$parts/log" || {
+    cat "$parts/log" >&2
     echo "run.sh: the benchmarks were not built: is Google Benchmark installed?" >&2
     exit 1
 }
 pin=()
 if [ -n "${CPUS-0}" ] && command -v taskset > /dev/null; then pin=(taskset -c "${CPUS-0}"); fi
-parts=$(mktemp -d)
-trap 'rm -r "$parts"' EXIT
 for program in "$build"/benchmarks/bench_*; do
     [ -x "$program" ] || continue
     "${pin[@]}" "$program" --json="$parts/${program##*/bench_}.json" "$@"
