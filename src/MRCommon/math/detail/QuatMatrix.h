@@ -11,14 +11,15 @@
 #include <type_traits>
 #include <utility>
 
-namespace quarn::detail {
+namespace quarn {
+namespace MRCOMMON_HIDDEN detail {
 
 template <class M> using MatrixElement = std::decay_t<decltype(std::declval<M const&>()(0, 0))>;
 
 /// A matrix for column vectors is the textbook one; a matrix for row vectors is its transpose.
 enum class Stored { ForColumns, ForRows };
 
-template <Stored stored, class M> MRCOMMON_HIDDEN constexpr auto& at(M& m, int row, int column) noexcept {
+template <Stored stored, class M> constexpr auto& at(M& m, int row, int column) noexcept {
     return stored == Stored::ForColumns ? m(row, column) : m(column, row);
 }
 
@@ -39,8 +40,8 @@ constexpr int AXIS_AFTER[3] = {1, 2, 0};
 
 /// Writes the rotation of (x, y, z, w), w the scalar part, calculated in the matrix's precision. Nothing is normalised.
 template <Stored stored, class M>
-MRCOMMON_HIDDEN void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixElement<M> z,
-                                   MatrixElement<M> w) noexcept {
+void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixElement<M> z,
+                   MatrixElement<M> w) noexcept {
     using T = MatrixElement<M>;
     T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
     T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
@@ -56,8 +57,7 @@ MRCOMMON_HIDDEN void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y,
     at<stored>(m, 2, 2) = 1 - (xx + yy);
 }
 
-template <class Convention, class Q, class T = QuatElement<Q>>
-MRCOMMON_HIDDEN Q arranged(T w, T x, T y, T z) noexcept {
+template <class Convention, class Q, class T = QuatElement<Q>> Q arranged(T w, T x, T y, T z) noexcept {
     Q q;
     q[Convention::scalar] = w;
     q[Convention::vector] = x;
@@ -69,7 +69,7 @@ MRCOMMON_HIDDEN Q arranged(T w, T x, T y, T z) noexcept {
 /// Axis i has the largest diagonal element. Calculated in the matrix's precision, narrowed when stored.
 /// The root needs no guard: with a trace that is not positive and the largest element at i, m(i, i) - m(j, j) - m(k, k)
 /// is never negative, rounding included, so that s is at least 1, or NaN.
-template <class Convention, class Q, int i, class M> MRCOMMON_HIDDEN Q fromPivot(M const& m) noexcept {
+template <class Convention, class Q, int i, class M> Q fromPivot(M const& m) noexcept {
     using T = QuatElement<Q>;
     using S = MatrixElement<M>;
     constexpr Stored stored = Convention::stored;
@@ -84,7 +84,7 @@ template <class Convention, class Q, int i, class M> MRCOMMON_HIDDEN Q fromPivot
 }
 
 /// The trace and its root are calculated in the quaternion's precision, each difference in the matrix's.
-template <class Convention, class Q, class M> MRCOMMON_HIDDEN Q fromRotation(M const& m) noexcept {
+template <class Convention, class Q, class M> Q fromRotation(M const& m) noexcept {
     using T = QuatElement<Q>;
     constexpr Stored stored = Convention::stored;
     T const trace = static_cast<T>(m(0, 0) + m(1, 1) + m(2, 2));
@@ -100,6 +100,7 @@ template <class Convention, class Q, class M> MRCOMMON_HIDDEN Q fromRotation(M c
     return m(2, 2) > m(0, 0) ? fromPivot<Convention, Q, 2>(m) : fromPivot<Convention, Q, 0>(m);
 }
 
-} // namespace quarn::detail
+} // namespace detail
+} // namespace quarn
 
 #endif
