@@ -30,6 +30,9 @@ public:
     /// Visible characters: those before the first NUL, never more than the size.
     unsigned int length() const;
 
+    /// Returns the visible characters; valid until the string changes.
+    std::string_view view() const noexcept { return {data(), length()}; }
+
     /// Prints into the string as printf does and returns the string. A buffer with room for the result is not
     /// reallocated. Arguments may point into the string itself. What cannot be printed gives the empty text;
     /// exhausted memory throws std::bad_alloc.
@@ -43,7 +46,6 @@ public:
     unsigned int tokenize(char const& separator, Array<QN_String>& out) const;
 
 private:
-    std::string_view view() const { return {data(), length()}; }
     void setBytes(char const* bytes, unsigned int count);
     static void append(Array<QN_String>& out, char const* bytes, unsigned int count);
 
