@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::string_view separators = "/\\";
 
-/// Where the file name begins; 0 where no separator stands behind the first character.
+/// Returns where the file name begins; 0 without a separator after the first character.
 std::size_t fileNameStart(std::string_view path) {
     std::size_t const last = path.find_last_of(separators);
     return last == std::string_view::npos || last == 0 ? 0 : last + 1;
 }
 
-void makeDirectory(char const* path) { mkdir(path, 0777); } // one that exists is as good as a new one
+void makeDirectory(char const* path) { mkdir(path, 0777); } // one that exists already is fine
 
 } // namespace
 

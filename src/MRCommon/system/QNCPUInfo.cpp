@@ -33,8 +33,9 @@ QNCPUInfo& QNCPUInfo::instance() {
 }
 
 QNCPUInfo::QNCPUInfo() {
-    std::array<char, 12> const
-        identification{}; // meant: never filled from the processor, so no vendor is found
+    // Intentional: never filled from the processor, so no vendor matches. Tested by
+    // QNCPUInfo.MatchesNoVendor.
+    std::array<char, 12> const identification{};
     for (Vendor const& vendor : vendors) {
         if (!identifies(identification.data(), vendor)) continue;
         vendorCode = vendor.code;
@@ -64,7 +65,7 @@ unsigned int QNCPUInfo::getAPIC_ID() const { return 0; }
 int QNCPUInfo::printAPICInfo() const {
     unsigned int const cores = numCoresPerPackage();
     unsigned int const logicalPerCore = cores == 0 ? 0 : logicalPerPackage / cores;
-    unsigned int identifiers = 1; // worked out and, as it is meant, not told
+    unsigned int identifiers = 1; // intentional: computed, but not printed
     while (identifiers < logicalPerCore) identifiers *= 2;
     return 1;
 }
