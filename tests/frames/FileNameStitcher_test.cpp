@@ -270,13 +270,16 @@ TEST(FileNameStitcher, ReadsTheRecordThatItWrote) {
     SetCurrentStream(file);
     stitcher("ab/", 4, 3).save();
     EXPECT_EQ(file.bytes(), hex("00000003 61622F 00000004 00000003"));
+    stitcher("next", 5, 1).save();
     file.rewind();
     FileNameStitcher& s = stitcher("a longer prefix", 9, 0);
     s.sceneName = "shot";
     s.load();
-    SetCurrentStream(nullptr);
     EXPECT_EQ(s.prefix + s.sceneName, "ab/shot");
     EXPECT_TRUE(s.padding == 4 && s.order == 3);
+    s.load();
+    SetCurrentStream(nullptr);
+    EXPECT_TRUE(s.prefix == "next" && s.padding == 5 && s.order == 1) << "the record after it";
 }
 
 TEST(FileNameStitcher, KeepsWhatACutRecordLacks) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <random>
@@ -72,6 +73,15 @@ TEST(ByteId, ReadsPairsOfDigits) {
     // clang-format on
     for (auto const& [text, bytes] : cases)
         EXPECT_EQ(hexOf(text), std::string(bytes) + zeros.substr(std::string(bytes).size())) << text;
+    std::string const uuid = "00112233-4455-6677-8899-AABBCCDDEEFF";
+    for (std::size_t const place :
+         {8u, 13u, 18u, 23u}) { // as long as that form, but without one of its dashes
+        std::string text = uuid;
+        text[place] = '7';
+        std::string digits = text;
+        digits.erase(std::remove(digits.begin(), digits.end(), '-'), digits.end());
+        EXPECT_EQ(hexOf(text.c_str()), digits.substr(0, 32)) << text;
+    }
     QN_String none;
     none.reserve(0, false);
     EXPECT_TRUE(ByteId(none).isZero());
