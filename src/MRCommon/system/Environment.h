@@ -6,6 +6,6 @@
 #include <MRCommon/Export.h>
 
 /// Returns whether the environment contains the variable, even with an empty value.
-[[nodiscard]] MRCOMMON_API bool isEnvironmentVariableDefined(char const* name);
+[[nodiscard]] MRCOMMON_API bool isEnvironmentVariableDefined(char const* name) noexcept;
 
 #endif

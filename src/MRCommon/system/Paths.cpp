@@ -34,7 +34,7 @@ bool makeSurePathExists(char const* path) {
     return access(path, F_OK) == 0;
 }
 
-unsigned int GetFullPathName2(char const* path, int, char* dir, char const** filePart) {
+unsigned int GetFullPathName2(char const* path, int, char* dir, char const** filePart) noexcept {
     std::size_t const length = std::strlen(path);
     std::size_t const start = fileNameStart({path, length});
     if (start == 0) return 0;
@@ -44,9 +44,9 @@ unsigned int GetFullPathName2(char const* path, int, char* dir, char const** fil
     return static_cast<unsigned int>(length);
 }
 
-char* PathFindFileName(char* path) { return path + fileNameStart(path); }
+char* PathFindFileName(char* path) noexcept { return path + fileNameStart(path); }
 
-unsigned int replaceCharacter(char* text, char from, char to) {
+unsigned int replaceCharacter(char* text, char from, char to) noexcept {
     unsigned int count = 0;
     for (; *text != '\0'; ++text) {
         if (*text != from) continue;

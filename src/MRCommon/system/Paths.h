@@ -21,14 +21,14 @@ MRCOMMON_API bool makeSurePathExists(char const* path);
 /// GetFullPathName2.SplitsAtTheLastSeparator.
 ///     "dir/file"   8, "dir", "file"        "/file"   0
 MRCOMMON_API unsigned int GetFullPathName2(char const* path, int bufferLength, char* dir,
-                                           char const** filePart);
+                                           char const** filePart) noexcept;
 
 /// Returns the file name inside `path`: what follows the last separator, or the path itself if there is no
 /// separator after the first character.
-[[nodiscard]] MRCOMMON_API char* PathFindFileName(char* path);
+[[nodiscard]] MRCOMMON_API char* PathFindFileName(char* path) noexcept;
 
 /// Overwrites every `from` with `to` and returns their number. If `to` is NUL, only the first one is
 /// replaced, since the string then ends there.
-MRCOMMON_API unsigned int replaceCharacter(char* text, char from, char to);
+MRCOMMON_API unsigned int replaceCharacter(char* text, char from, char to) noexcept;
 
 #endif

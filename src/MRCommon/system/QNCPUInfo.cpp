@@ -45,9 +45,9 @@ QNCPUInfo::QNCPUInfo() {
 
 QNCPUInfo::~QNCPUInfo() = default;
 
-bool QNCPUInfo::isMTCPU() const { return false; }
+bool QNCPUInfo::isMTCPU() const noexcept { return false; }
 
-unsigned int QNCPUInfo::numLogicalPerPackage() const { return logicalPerPackage; }
+unsigned int QNCPUInfo::numLogicalPerPackage() const noexcept { return logicalPerPackage; }
 
 unsigned int QNCPUInfo::numCoresPerPackage() const {
     if (logicalPerPackage != 0) return 1;
@@ -56,11 +56,11 @@ unsigned int QNCPUInfo::numCoresPerPackage() const {
     return 0;
 }
 
-unsigned int QNCPUInfo::totalLogicalProcessors() const { return 0; }
+unsigned int QNCPUInfo::totalLogicalProcessors() const noexcept { return 0; }
 
-unsigned int QNCPUInfo::numProcessingPackages() const { return 0; }
+unsigned int QNCPUInfo::numProcessingPackages() const noexcept { return 0; }
 
-unsigned int QNCPUInfo::getAPIC_ID() const { return 0; }
+unsigned int QNCPUInfo::getAPIC_ID() const noexcept { return 0; }
 
 int QNCPUInfo::printAPICInfo() const {
     unsigned int const cores = numCoresPerPackage();

@@ -17,16 +17,16 @@ public:
     QNCPUInfo& operator=(QNCPUInfo const&) = delete;
     virtual ~QNCPUInfo(); ///< slots 0 and 1, the last ones
 
-    bool isMTCPU() const;                      ///< false
-    unsigned int numLogicalPerPackage() const; ///< 1
+    bool isMTCPU() const noexcept;                      ///< false
+    unsigned int numLogicalPerPackage() const noexcept; ///< 1
 
     /// Returns 1. In a derived class without a logical processor, prints the line "else" to stdout and
     /// returns 0.
     unsigned int numCoresPerPackage() const;
 
-    unsigned int totalLogicalProcessors() const; ///< 0
-    unsigned int numProcessingPackages() const;  ///< 0
-    unsigned int getAPIC_ID() const;             ///< 0
+    unsigned int totalLogicalProcessors() const noexcept; ///< 0
+    unsigned int numProcessingPackages() const noexcept;  ///< 0
+    unsigned int getAPIC_ID() const noexcept;             ///< 0
 
     /// Returns 1. Despite its name, prints no more than `numCoresPerPackage`.
     int printAPICInfo() const;

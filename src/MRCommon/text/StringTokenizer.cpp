@@ -60,7 +60,7 @@ StringTokenizer& StringTokenizer::operator=(StringTokenizer&& other) noexcept {
     return *this;
 }
 
-unsigned int StringTokenizer::countTokens() const {
+unsigned int StringTokenizer::countTokens() const noexcept {
     if (!hasMoreTokens()) return 0;
     unsigned int count = 1;
     std::size_t hit = text_.find(delimiter_, position_);
@@ -101,11 +101,11 @@ std::string StringTokenizer::filterNextTokenWithLimit(std::string const& limit, 
 }
 
 /// Returns the rest up to the next delimiter; all of it without one.
-std::string_view StringTokenizer::nextPiece(std::string_view delimiter) const {
+std::string_view StringTokenizer::nextPiece(std::string_view delimiter) const noexcept {
     return rest().substr(0, delimiter.empty() ? std::string_view::npos : rest().find(delimiter));
 }
 
-void StringTokenizer::skipPiece(std::size_t length, std::size_t delimiterLength) {
+void StringTokenizer::skipPiece(std::size_t length, std::size_t delimiterLength) noexcept {
     position_ = length == rest().size() ? text_.size() : position_ + length + delimiterLength;
 }
 

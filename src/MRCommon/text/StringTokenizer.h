@@ -28,8 +28,8 @@ public:
     StringTokenizer& operator=(StringTokenizer&& other) noexcept;
     ~StringTokenizer() = default;
 
-    [[nodiscard]] unsigned int countTokens() const;                      ///< tokens still to come
-    [[nodiscard]] bool hasMoreTokens() const { return !rest().empty(); } ///< countTokens() != 0
+    [[nodiscard]] unsigned int countTokens() const noexcept;                      ///< tokens still to come
+    [[nodiscard]] bool hasMoreTokens() const noexcept { return !rest().empty(); } ///< countTokens() != 0
     [[nodiscard]] std::string remainingString() const { return std::string(rest()); } ///< not handed out yet
 
     /// Returns the text before the next delimiter and continues after it.
@@ -65,9 +65,9 @@ public:
     ///@}
 
 private:
-    std::string_view rest() const { return std::string_view(text_).substr(position_); }
-    std::string_view nextPiece(std::string_view delimiter) const;
-    void skipPiece(std::size_t length, std::size_t delimiterLength);
+    std::string_view rest() const noexcept { return {text_.data() + position_, text_.size() - position_}; }
+    std::string_view nextPiece(std::string_view delimiter) const noexcept;
+    void skipPiece(std::size_t length, std::size_t delimiterLength) noexcept;
 
     std::string text_; ///< what was handed out included
     std::string delimiter_;

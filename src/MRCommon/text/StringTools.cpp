@@ -212,7 +212,7 @@ std::vector<std::string> tokenize(std::string const& text, std::string const& de
     return tokens;
 }
 
-unsigned int parseDuration(std::string const& text) {
+unsigned int parseDuration(std::string const& text) noexcept {
     unsigned int total = 0;
     unsigned int number = 0;
     auto const take = [&](unsigned int minutesPerUnit) {
@@ -269,7 +269,7 @@ std::string unescape(std::string const& text, char escapeCharacter) {
     return result;
 }
 
-int unescape_lookup(std::string const& text, char escapeCharacter, char wanted) {
+int unescape_lookup(std::string const& text, char escapeCharacter, char wanted) noexcept {
     std::size_t const end = std::min<std::size_t>(text.size(), std::numeric_limits<int>::max());
     for (std::size_t i = 0; i < end; ++i) {
         if (text[i] == wanted) return static_cast<int>(i);

@@ -50,7 +50,7 @@ tokenize(std::string const& text, std::string const& delimiters, int limit, bool
 /// Returns the minutes in a duration such as "1w2d3h30": weeks, days, hours and a trailing number of minutes.
 /// Other characters are skipped without ending the number, so "90m" is 90. Sums wrap at 32 bits. Intentional:
 /// d and h may be uppercase, w may not ("1W" is 1). Tested by ParseDuration.AddsUnits.
-[[nodiscard]] MRCOMMON_API unsigned int parseDuration(std::string const& text);
+[[nodiscard]] MRCOMMON_API unsigned int parseDuration(std::string const& text) noexcept;
 
 /// Copies letters and digits, and writes whitespace as "+" and every other byte as "%" with two uppercase
 /// digits: "a b/" gives "a+b%2F".
@@ -66,7 +66,8 @@ tokenize(std::string const& text, std::string const& delimiters, int limit, bool
 
 /// Returns the index of the first `wanted` that is not escaped, or -1. If both characters are the same, the
 /// first one is found. An index above 2^31 - 1 is not found, since the result could not hold it.
-[[nodiscard]] MRCOMMON_API int unescape_lookup(std::string const& text, char escapeCharacter, char wanted);
+[[nodiscard]] MRCOMMON_API int unescape_lookup(std::string const& text, char escapeCharacter,
+                                               char wanted) noexcept;
 
 } // namespace StringTools
 
