@@ -138,9 +138,9 @@ unsigned long long ByteId::toUINT64() const noexcept { return 0; }
 
 namespace {
 
-/// The inline operations are exported too, so that a module that calls them without inlining uses these
-/// copies. A copy in a plug-in would be shared with the plug-ins opened later and keep it from being
-/// unloaded.
+/// The index views are inline and exported too, so that a module that does not inline their calls uses these
+/// copies. A
+/// copy in a plug-in would be shared with the plug-ins opened later and keep it from being unloaded.
 [[gnu::used]] constexpr std::tuple exportedCopies{
     &ByteId::last8BytesToUint64, &ByteId::toQN_INDEX64,           &ByteId::last4BytesToUint32,
     &ByteId::last4BytesToIdx32,  &ByteId::setLast8BytesFromIdx64, &ByteId::incIdFromLast8BytesAsIdx64};

@@ -29,21 +29,21 @@ public:
         VARIANT_NONE = 0xFFFFFFFF ///< -1 as an int
     };
 
-    ByteId() noexcept = default;                                    ///< all bytes 0
-    explicit ByteId(Bytes const& bytes) noexcept : bytes_(bytes) {} ///< copies all 16
+    MRCOMMON_HIDDEN ByteId() noexcept = default;                                    ///< all bytes 0
+    MRCOMMON_HIDDEN explicit ByteId(Bytes const& bytes) noexcept : bytes_(bytes) {} ///< copies all 16
     explicit ByteId(Variant const& variant) noexcept; ///< its low three bits in byte 7, everything else 0
 
     /// Reads pairs of hexadecimal digits, uppercase or lowercase, with dashes anywhere. Bytes without a pair
     /// are 0; an odd last digit and everything after the 32nd digit is ignored. If a pair is malformed, all
     /// bytes are 0.
     explicit ByteId(QN_String const& text) noexcept;
-    ByteId(std::nullptr_t) = delete; ///< not a text; a literal 0 is not a number here either
+    ByteId(std::nullptr_t) = delete; ///< neither nullptr nor 0, which would be a null `char const*`
 
     [[nodiscard]] QN_String toString() const;     ///< 32 uppercase digits
     [[nodiscard]] QN_String toUuidString() const; ///< the digits as 8-4-4-4-12
 
     /// Writes the 32 digits of any 16 bytes to `out`, whose capacity becomes exactly 33. Returns true.
-    template <class Tuple> bool arrToHexStr(QN_String& out, Tuple const& bytes) const;
+    template <class Tuple> MRCOMMON_HIDDEN bool arrToHexStr(QN_String& out, Tuple const& bytes) const;
 
     ///@{
     /// Convert one digit and its value. Return false, leaving `out` unchanged, for a value above 15 or a
@@ -52,7 +52,7 @@ public:
     bool charToByte(unsigned char& out, char const& digit) const noexcept;
     ///@}
 
-    bool isZero() const noexcept { return *this == ByteId(); } ///< whether all bytes are 0
+    MRCOMMON_HIDDEN bool isZero() const noexcept { return *this == ByteId(); } ///< whether all bytes are 0
 
     /// Returns VARIANT_NONE if byte 7 is below 0x20, VARIANT_0 below 0x40, VARIANT_2 below 0xC0, otherwise
     /// VARIANT_6. Intentional: that is not the inverse of the constructor. Tested by
@@ -61,7 +61,7 @@ public:
 
     unsigned long long last8BytesToUint64() const noexcept; ///< bytes 8 to 15, the first most significant
     unsigned long long toQN_INDEX64() const noexcept;       ///< the same without its top bit
-    unsigned long long last8BytesToIdx64() const noexcept { return toQN_INDEX64(); }
+    MRCOMMON_HIDDEN unsigned long long last8BytesToIdx64() const noexcept { return toQN_INDEX64(); }
     unsigned int last4BytesToUint32() const noexcept; ///< bytes 12 to 15, the first most significant
     unsigned int last4BytesToIdx32() const noexcept;  ///< the same without its top bit
 
@@ -75,25 +75,29 @@ public:
     /// bit is lost, and 0x7FFFFFFFFFFFFFFF becomes 0x8000000000000000.
     unsigned long long incIdFromLast8BytesAsIdx64() noexcept;
 
-    Bytes& array() noexcept { return bytes_; }                        ///< for writing
-    Bytes const& getTuple() const noexcept { return bytes_; }         ///< for reading
-    unsigned int const& size() const noexcept { return BYTE_LENGTH; } ///< 16
+    MRCOMMON_HIDDEN Bytes& array() noexcept { return bytes_; }                        ///< for writing
+    MRCOMMON_HIDDEN Bytes const& getTuple() const noexcept { return bytes_; }         ///< for reading
+    MRCOMMON_HIDDEN unsigned int const& size() const noexcept { return BYTE_LENGTH; } ///< 16
 
 private:
     static void writeHex(QN_String& out, Bytes const& bytes);
-    unsigned long long
-    numberAt(unsigned int first) const noexcept; ///< eight bytes, the first most significant
-    bool isBefore(ByteId const& other) const noexcept;
+    /// Returns eight bytes as a number, the first one most significant.
+    MRCOMMON_HIDDEN unsigned long long numberAt(unsigned int first) const noexcept;
+    MRCOMMON_HIDDEN bool isBefore(ByteId const& other) const noexcept;
 
     // Compared byte by byte from byte 0 on; bytes are unsigned.
-    friend bool operator==(ByteId const& a, ByteId const& b) noexcept {
+    MRCOMMON_HIDDEN friend bool operator==(ByteId const& a, ByteId const& b) noexcept {
         return std::memcmp(a.bytes_.data(), b.bytes_.data(), BYTE_LENGTH) == 0;
     }
-    friend bool operator!=(ByteId const& a, ByteId const& b) noexcept { return !(a == b); }
-    friend bool operator<(ByteId const& a, ByteId const& b) noexcept { return a.isBefore(b); }
-    friend bool operator<=(ByteId const& a, ByteId const& b) noexcept { return !b.isBefore(a); }
-    friend bool operator>(ByteId const& a, ByteId const& b) noexcept { return b.isBefore(a); }
-    friend bool operator>=(ByteId const& a, ByteId const& b) noexcept { return !a.isBefore(b); }
+    MRCOMMON_HIDDEN friend bool operator!=(ByteId const& a, ByteId const& b) noexcept { return !(a == b); }
+    MRCOMMON_HIDDEN friend bool operator<(ByteId const& a, ByteId const& b) noexcept { return a.isBefore(b); }
+    MRCOMMON_HIDDEN friend bool operator<=(ByteId const& a, ByteId const& b) noexcept {
+        return !b.isBefore(a);
+    }
+    MRCOMMON_HIDDEN friend bool operator>(ByteId const& a, ByteId const& b) noexcept { return b.isBefore(a); }
+    MRCOMMON_HIDDEN friend bool operator>=(ByteId const& a, ByteId const& b) noexcept {
+        return !a.isBefore(b);
+    }
 
     Bytes bytes_{};
 };
@@ -112,7 +116,7 @@ template <class Tuple> bool ByteId::arrToHexStr(QN_String& out, Tuple const& byt
 namespace detail {
 
 /// Converts between a number and its bytes in memory, the most significant one first.
-inline unsigned long long bigEndian(unsigned long long number) noexcept {
+MRCOMMON_HIDDEN inline unsigned long long bigEndian(unsigned long long number) noexcept {
     return __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? __builtin_bswap64(number) : number;
 }
 

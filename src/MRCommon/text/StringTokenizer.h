@@ -22,15 +22,19 @@ public:
     /// no empty token. If the delimiter is empty, there is not a single token.
     StringTokenizer(std::string const& text, std::string const& delimiter);
 
-    StringTokenizer(StringTokenizer const&) = default;
+    MRCOMMON_HIDDEN StringTokenizer(StringTokenizer const&) = default;
     StringTokenizer(StringTokenizer&& other) noexcept;
-    StringTokenizer& operator=(StringTokenizer const&) = default;
+    MRCOMMON_HIDDEN StringTokenizer& operator=(StringTokenizer const&) = default;
     StringTokenizer& operator=(StringTokenizer&& other) noexcept;
-    ~StringTokenizer() = default;
+    MRCOMMON_HIDDEN ~StringTokenizer() = default;
 
-    [[nodiscard]] unsigned int countTokens() const noexcept;                      ///< tokens still to come
-    [[nodiscard]] bool hasMoreTokens() const noexcept { return !rest().empty(); } ///< countTokens() != 0
-    [[nodiscard]] std::string remainingString() const { return std::string(rest()); } ///< not handed out yet
+    [[nodiscard]] unsigned int countTokens() const noexcept; ///< tokens still to come
+    [[nodiscard]] MRCOMMON_HIDDEN bool hasMoreTokens() const noexcept {
+        return !rest().empty();
+    } ///< countTokens() != 0
+    [[nodiscard]] MRCOMMON_HIDDEN std::string remainingString() const {
+        return std::string(rest());
+    } ///< not handed out yet
 
     /// Returns the text before the next delimiter and continues after it.
     std::string nextToken();
@@ -65,7 +69,9 @@ public:
     ///@}
 
 private:
-    std::string_view rest() const noexcept { return {text_.data() + position_, text_.size() - position_}; }
+    MRCOMMON_HIDDEN std::string_view rest() const noexcept {
+        return {text_.data() + position_, text_.size() - position_};
+    }
     std::string_view nextPiece(std::string_view delimiter) const noexcept;
     void skipPiece(std::size_t length, std::size_t delimiterLength) noexcept;
 
