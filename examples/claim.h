@@ -1,7 +1,7 @@
-// claim: tells in one line what an example shows; where it does not hold, the program ends with exit status 1.
+// claim: prints in one line what an example shows, and ends the program with exit status 1 if it does not hold.
 //     claim(list.size() == 3, "three elements");
-#ifndef EXAMPLES_HEADERS_CLAIM_H
-#define EXAMPLES_HEADERS_CLAIM_H
+#ifndef EXAMPLES_CLAIM_H
+#define EXAMPLES_CLAIM_H
 
 #include <cstdio>
 #include <cstdlib>
