@@ -2,8 +2,8 @@
 //     byte 0    the class, by the order of registration; 0, the root, stands for a variant
 //     byte 1    odd: the workspace version is the last with the old layout of enumerations
 //     the rest  a raw stream
+#include "examples/WorkSpaceVersion.h"
 #include "Input.h"
-#include "tools/WorkSpaceVersion.h"
 
 #include <MRCommon/properties/MetaClasses.h>
 

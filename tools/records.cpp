@@ -7,7 +7,7 @@
 // one line on the standard error stream and exit status 2.
 #include <MRCommon/properties/MetaClasses.h>
 
-#include "WorkSpaceVersion.h"
+#include "../examples/WorkSpaceVersion.h"
 
 #include <cerrno>
 #include <charconv>

@@ -3,9 +3,9 @@
 //     ItemVariant-<tag>.raw             a variant's record
 #include <MRCommon/properties/MetaClasses.h>
 
+#include "examples/WorkSpaceVersion.h"
 #include "support/Allocations.h"
 #include "support/TempFile.h"
-#include "tools/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -4,10 +4,10 @@
 #include <MRCommon/properties/PptyText.h>
 #include <MRCommon/properties/QN_System_Enum.h>
 
+#include "examples/WorkSpaceVersion.h"
 #include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TempFile.h"
-#include "tools/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 
