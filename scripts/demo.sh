@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# One command on a fresh machine: installs what is missing, builds, and runs the example host: a simulation, and its check.
-# What it writes lies in build/demo afterwards.
+# One command on a fresh machine: installs what is missing, builds, and runs the example host: a simulation and its verification.
+# The results are in build/demo. Exits with 0 only if the simulation was verified.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,4 +12,4 @@ fountain=build/release/examples/fountain/fountain
 scene=examples/fountain/harbour.scene
 "$fountain" "$scene" build/demo
 "$fountain" --verify "$scene" build/demo/frames/harbour_fountain00030.rec
-echo "The records and frames lie in build/demo, the picture is build/demo/sheet.png"
+echo "The records and frames are in build/demo, the picture is build/demo/sheet.png"

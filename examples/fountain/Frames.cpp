@@ -1,8 +1,36 @@
 #include "Frames.h"
 
 #include <MRCommon/frames/FileNameStitcher.h>
+#include <MRCommon/system/Paths.h>
+
+#include <algorithm>
+#include <cerrno>
 
 using namespace quarn;
+
+namespace {
+
+constexpr char const* sequence = "fountain";
+constexpr char const* extension = "rec";
+
+FileNameStitcher& stitcher() { return FileNameStitcher::instance(); }
+
+} // namespace
+
+FrameNames::FrameNames(std::string const& sceneFile, std::string const& folder) {
+    std::string file = sceneFile;
+    stitcher().setSceneName(PathFindFileName(file.data()));
+    stitcher().prefix = folder + "/$(SCENENAME)_";
+    pathBeforeFrame_ = folder + "/" + stitcher().sceneName + "_" + sequence;
+}
+
+std::string FrameNames::path(int frame) const { return stitcher().doIt(sequence, frame, extension); }
+
+int FrameNames::lastOnDisk(int frame) const {
+    auto const next = static_cast<unsigned int>(frame + 1);
+    return static_cast<int>(FileNameStitcher::findMaxValue(stitcher().order, pathBeforeFrame_.c_str(),
+                                                           extension, stitcher().padding, next));
+}
 
 void FrameRecord::take(std::vector<Particle> const& particles) {
     count_.setValue(static_cast<int>(particles.size()));
@@ -11,26 +39,48 @@ void FrameRecord::take(std::vector<Particle> const& particles) {
     for (std::size_t i = 0; i < particles.size(); ++i) positions_[i].setValue(particles[i].position);
 }
 
-long FrameRecord::write(std::string const& path, std::vector<Particle> const& particles) {
-    take(particles);
-    return writeWhole(path, [&](std::FILE* file) {
-        FileStreamRaw stream(file);
-        count_.writeTo(stream);
-        for (std::size_t i = 0; i < particles.size(); ++i) positions_[i].writeTo(stream);
-        if (stream.failed()) throw FileError(path, "cannot be written");
-    });
+void FrameRecord::write(std::FILE* file) const {
+    FileStreamRaw stream(file);
+    count_.writeTo(stream);
+    auto const count = static_cast<std::size_t>(*count_.getVariantValue().as<int>());
+    for (std::size_t i = 0; i < count; ++i) positions_[i].writeTo(stream);
 }
 
-void FrameRecord::read(std::string const& path) {
-    OpenFile const file = openToRead(path);
-    FileStreamRaw stream(file.get());
+long FrameRecord::write(std::string const& path, std::vector<Particle> const& particles) {
+    take(particles);
+    return writeWhole(path, [&](std::FILE* file) { write(file); });
+}
+
+void FrameRecord::read(std::FILE* file) {
+    FileStreamRaw stream(file);
     count_.readFrom(stream);
-    for (int i = 0; i < *count_.getRefToValue() && !stream.failed(); ++i) {
-        auto const index = static_cast<std::size_t>(i);
-        if (index == positions_.size()) positions_.emplace_back();
-        positions_[index].readFrom(stream);
+    for (int i = 0; i < *count_.getRefToValue() && !stream.failed(); ++i)
+        positions_[static_cast<std::size_t>(i)].readFrom(stream);
+}
+
+/// The bytes are compared first: a damaged size must not reach the library, which believes what it reads.
+std::string FrameRecord::difference(std::string const& path, std::vector<Particle> const& particles) {
+    take(particles);
+    std::string const expected = bytesOf([&](std::FILE* file) { write(file); });
+    OpenFile const file(std::fopen(path.c_str(), "rb"));
+    if (file == nullptr) return errno == ENOENT ? "is missing" : systemReason();
+    std::string found;
+    try {
+        found = contentOf(file.get(), expected.size() + 1);
+    } catch (std::runtime_error const& error) {
+        return error.what();
     }
-    if (stream.failed()) throw FileError(path, "ends before its last particle");
+    if (found.empty()) return "is empty";
+    auto const differing = std::mismatch(found.begin(), found.end(), expected.begin(), expected.end());
+    auto const at = static_cast<std::size_t>(differing.first - found.begin());
+    if (at < found.size() && at < expected.size())
+        return "differs from a new run of the scene at byte " + std::to_string(at);
+    if (at < expected.size())
+        return "ends after " + std::to_string(at) + " of " + std::to_string(expected.size()) + " bytes";
+    if (at < found.size()) return "continues after its last particle";
+    std::rewind(file.get());
+    read(file.get());
+    return holds(particles) ? "" : "is not reloaded as it was saved";
 }
 
 bool FrameRecord::holds(std::vector<Particle> const& particles) const {
@@ -43,19 +93,18 @@ bool FrameRecord::holds(std::vector<Particle> const& particles) const {
     return true;
 }
 
-FrameRange FrameRange::around(std::string const& anyFrame) {
-    FileNameStitcher& stitcher = FileNameStitcher::instance();
-    FrameRange range;
-    QN_String name, extension;
-    bool const parsed = stitcher.frameExtensionFromPath(anyFrame.c_str(), name, extension, range.first,
-                                                        range.last, stitcher.padding, stitcher.order);
-    if (!parsed || stitcher.padding == 0) throw FileError(anyFrame, "is no frame of a sequence");
-    stitcher.prefix.clear();
-    range.name_ = name.c_str();
-    range.extension_ = extension.c_str();
-    return range;
+std::size_t FrameRecord::memoryPerParticle() {
+    constexpr std::size_t allocations =
+        3 * 48; // the name, the payload and its pointer, as the C library rounds them
+    return sizeof(PptyVector3D) + allocations;
 }
 
-std::string FrameRange::path(unsigned int frame) const {
-    return FileNameStitcher::instance().doIt(name_, static_cast<int>(frame), extension_);
+unsigned long long FrameRecord::fileSize(std::size_t particles) {
+    static auto const sizeWith = [](std::size_t count) {
+        FrameRecord record;
+        record.take(std::vector<Particle>(count));
+        return bytesOf([&](std::FILE* file) { record.write(file); }).size();
+    };
+    static std::size_t const header = sizeWith(0), each = sizeWith(1) - header;
+    return header + static_cast<unsigned long long>(particles) * each;
 }

@@ -1,8 +1,8 @@
-// Frames: one record file a frame, named by the process's FileNameStitcher.
-//   raw records    PptyInt "particles": how many; then one PptyVector3D a particle, its position under its id
+// Frames: one record file per frame, named by the process's FileNameStitcher.
+//   raw records    PptyInt "particles": how many; then for each particle a PptyVector3D, its position, named after its id
+//     FrameNames const names("harbour.scene", "out/frames");
 //     FrameRecord record;
-//     record.write(names.doIt("fountain", 12, "rec"), simulation.particles());
-//     FrameRange const range = FrameRange::around("out/frames/fountain00012.rec");
+//     record.write(names.path(12), simulation.particles());    // out/frames/harbour_fountain00012.rec
 #ifndef FOUNTAIN_FRAMES_H
 #define FOUNTAIN_FRAMES_H
 
@@ -14,37 +14,45 @@
 #include <string>
 #include <vector>
 
-/// Positions and ids of one frame as properties, which serve for one frame after the other.
+/// The names of the frames of a scene in a folder. Sets the process's FileNameStitcher, so there is one at a time.
+class FrameNames {
+public:
+    FrameNames(std::string const& sceneFile, std::string const& folder);
+
+    /// Returns the file of a frame, whether it exists or not.
+    std::string path(int frame) const;
+
+    /// Returns the last frame on the disk before the first gap after `frame`, or `frame` if the next one is missing.
+    int lastOnDisk(int frame) const;
+
+private:
+    std::string pathBeforeFrame_;
+};
+
+/// Positions and ids of one frame as properties, which are used again for the next frame.
 class FrameRecord {
 public:
-    /// Writes the particles under the temporary-name rule; returns the bytes.
+    /// Writes the particles; returns the bytes. Throws FileError if the disk does not take them.
     long write(std::string const& path, std::vector<Particle> const& particles);
 
-    /// FileError when the file is no frame.
-    void read(std::string const& path);
+    /// Reloads the file and returns how it differs from these particles, in words; empty if it is the same to the last
+    /// bit.
+    std::string difference(std::string const& path, std::vector<Particle> const& particles);
 
-    /// Whether the record holds exactly these particles, to the last bit.
-    bool holds(std::vector<Particle> const& particles) const;
+    ///@{
+    /// Returns the bytes of a frame's file, and roughly those in memory that a particle takes here.
+    static unsigned long long fileSize(std::size_t particles);
+    static std::size_t memoryPerParticle();
+    ///@}
 
 private:
     void take(std::vector<Particle> const& particles);
+    void write(std::FILE* file) const;
+    void read(std::FILE* file);
+    bool holds(std::vector<Particle> const& particles) const;
 
     quarn::PptyInt count_{"particles"};
     std::vector<quarn::PptyVector3D> positions_;
-};
-
-/// Where the frames of one run lie, found out from any one of them.
-struct FrameRange {
-    unsigned int first = 0, last = 0;
-
-    /// FileError for a path that names no frame of a sequence on disk. Sets the process's FileNameStitcher to build
-    /// the names of the same sequence.
-    static FrameRange around(std::string const& anyFrame);
-
-    std::string path(unsigned int frame) const; ///< the file of a frame, whether it is there or not
-
-private:
-    std::string name_, extension_;
 };
 
 #endif

@@ -1,6 +1,6 @@
-// LoadedPlugIn: a plug-in in memory, from its making to its end.
+// LoadedPlugIn: a plug-in in memory for as long as the object lives.
 //     LoadedPlugIn wind("./libfountain_wind.so");          // its property class is registered now
-// Whatever the plug-in made, its properties first of all, must be gone before it is.
+// Everything that the plug-in created, such as its properties, must be destroyed before.
 #ifndef FOUNTAIN_LOADEDPLUGIN_H
 #define FOUNTAIN_LOADEDPLUGIN_H
 
@@ -11,7 +11,7 @@
 
 class LoadedPlugIn {
 public:
-    /// std::invalid_argument when there is no such library, or one that offers something else.
+    /// Throws std::invalid_argument if the library cannot be opened or lacks one of the two functions.
     explicit LoadedPlugIn(std::string const& path);
 
     std::string settingsClass() const { return settingsClass_(); }

@@ -12,7 +12,7 @@ constexpr double farAway = 1e9;
 constexpr double viewAngle = 0.62; // height of the picture over distance
 Vector const lookedAt(0.1, 0.8, 2.3);
 Vector const towardsSun(-0.816, 0.571, 0.087);  // low behind the wall
-Vector const towardsLamp(0.169, -0.845, 0.507); // from the quay where the camera stands; both of length 1
+Vector const towardsLamp(0.169, -0.845, 0.507); // from the quay near the camera; both of length 1
 
 Vector unit(Vector const& v) { return v * (1 / v.length()); }
 
@@ -26,7 +26,7 @@ Light sky(Vector const& ray) {
     return air + Light(0.9, 0.40, 0.12) * (0.30 * std::pow(sun, 14));
 }
 
-/// Fifteen pixels, three a row from top to bottom, the first in the highest bit.
+/// Returns fifteen pixels, three per row from top to bottom, the first in the highest bit.
 unsigned int rowsOfDigit(int digit) {
     constexpr unsigned int rows[10] = {0x7B6F, 0x2C97, 0x73E7, 0x73CF, 0x5BC9,
                                        0x79CF, 0x79EF, 0x7249, 0x7BEF, 0x7BCF};
@@ -48,6 +48,9 @@ void writeNumber(Picture& picture, int number, int left, int top, int scale) {
 
 Look Look::of(Properties const& scene) {
     auto const& camera = valueOf<quarn::Vector3<float>>(scene, "camera");
+    if (camera.z < 0.1f || std::hypot(camera.x - lookedAt.x, camera.y - lookedAt.y) < 0.1)
+        throw std::invalid_argument(
+            "camera: must be at least 0.1 m above the sea, and as far from x, y = 0.1, 0.8");
     auto const& water = valueOf<quarn::Color4<float>>(scene, "water");
     auto const& foam = valueOf<quarn::Color4<double>>(scene, "foam");
     return {{camera.x, camera.y, camera.z},
@@ -57,17 +60,20 @@ Look Look::of(Properties const& scene) {
             valueOf<double>(scene, "timeStep")};
 }
 
-Painter::Painter(Look look, std::vector<Box> boxes, int width, int height)
+Painter::Painter(Look look, std::vector<Box> boxes, int width, int height,
+                 std::function<void(int)> const& rowDone)
     : look_(look), boxes_(std::move(boxes)), forward_(unit(lookedAt - look.camera)),
       right_(unit(forward_.cross({0, 0, 1}))), up_(right_.cross(forward_)), focal_(height / viewAngle),
       background_(width, height) {
-    for (int y = 0; y < height; ++y)
+    for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             Hit const seen = hit(look_.camera, rayThrough(x + 0.5, y + 0.5), false);
             background_.at(x, y) = seen.light;
             distance_.push_back(seen.distance);
             sea_.push_back(seen.sea);
         }
+        rowDone(y + 1);
+    }
 }
 
 Vector Painter::rayThrough(double x, double y) const {
@@ -75,7 +81,7 @@ Vector Painter::rayThrough(double x, double y) const {
                 up_ * (y - background_.height() / 2.0));
 }
 
-/// What a ray meets first. The sea mirrors once.
+/// Returns what a ray hits first. The sea reflects once.
 Painter::Hit Painter::hit(Vector const& from, Vector const& ray, bool mirrored) const {
     Hit nearest{farAway, sky(ray), false};
     for (Box const& box : boxes_) hitBox(box, from, ray, nearest);
@@ -86,11 +92,11 @@ Painter::Hit Painter::hit(Vector const& from, Vector const& ray, bool mirrored) 
         0.012 * std::sin(3.1 * point.x + 2.3 * std::sin(1.7 * point.y)) * std::exp(-0.03 * toSea);
     Light const mirror =
         hit(point + Vector(0, 0, 1e-6), unit({ray.x + ripple, ray.y, -ray.z + ripple}), true).light;
-    double const grazing = std::pow(1 + ray.z, 3.0); // more of the sky where the view is flat
+    double const grazing = std::pow(1 + ray.z, 3.0); // a flat view reflects more of the sky
     return {toSea, look_.water * 0.06 + mirror * (0.25 + 0.6 * grazing), true};
 }
 
-/// A ray against the three pairs of faces of a box. Where it meets the box before anything else, that is `nearest`.
+/// Intersects a ray with the three pairs of faces of a box. Replaces `nearest` if the box is hit before it.
 void Painter::hitBox(Box const& box, Vector const& from, Vector const& ray, Hit& nearest) const {
     double enter = 1e-9, leave = nearest.distance;
     Vector normal(0, 0, 0);
@@ -124,10 +130,13 @@ Painter::Spot Painter::spotOf(Vector const& point) const {
             background_.height() / 2.0 - focal_ * away.dot(up_) / depth, depth > 0.1 ? away.length() : -1};
 }
 
-/// A soft dot of light where nothing stands before it, or its mirror image in the sea.
+/// Adds a soft dot of light unless something is in front of it, or its reflection in the sea.
 void Painter::dot(Picture& picture, Vector const& point, Light const& light, bool inTheSea) const {
     Spot const spot = spotOf(inTheSea ? Vector(point.x, point.y, -point.z) : point);
-    if (spot.distance < 0) return;
+    double const margin = focal_; // more than a dot covers; a spot further out may not fit an int
+    if (spot.distance < 0 || spot.x < -margin || spot.x > picture.width() + margin || spot.y < -margin ||
+        spot.y > picture.height() + margin)
+        return;
     double const radius = std::max(0.035 * focal_ / spot.distance, 0.6);
     int const reach = static_cast<int>(std::ceil(2 * radius));
     int const middleX = static_cast<int>(spot.x), middleY = static_cast<int>(spot.y);

@@ -1,5 +1,5 @@
 // Painter: the harbour at dusk: sky, sea, boxes, and the water of one frame in front of them.
-//     Painter const painter(Look::of(scene), settings.boxes, 400, 300);
+//     Painter const painter(Look::of(scene), settings.boxes, 400, 300, [](int) {});
 //     Picture const tile = painter.paint(simulation.particles(), 24);
 #ifndef FOUNTAIN_PAINTER_H
 #define FOUNTAIN_PAINTER_H
@@ -7,25 +7,27 @@
 #include "Picture.h"
 #include "Simulation.h"
 
+#include <functional>
 #include <vector>
 
-/// What a scene says about the drawing.
+/// The drawing's part of a scene.
 struct Look {
     Vector camera;
     Light water, foam;
     int dotsPerStreak;
-    double exposure; ///< seconds that a streak is long
+    double exposure; ///< seconds that a streak shows
 
-    /// std::invalid_argument names the first property that the scene lacks.
+    /// Throws std::invalid_argument, which names the first property that is missing or wrong.
     static Look of(Properties const& scene);
 };
 
 class Painter {
 public:
-    /// Paints what stands still, once for all frames.
-    Painter(Look look, std::vector<Box> boxes, int width, int height);
+    /// Paints the background, which is the same for all frames. Calls `rowDone` with the number of rows after each.
+    Painter(Look look, std::vector<Box> boxes, int width, int height,
+            std::function<void(int)> const& rowDone);
 
-    /// The background with the particles before it, and the number of the frame in a corner.
+    /// Returns the background with the particles in front of it, and the number of the frame in a corner.
     Picture paint(std::vector<Particle> const& particles, int frame) const;
 
 private:

@@ -14,7 +14,7 @@ void append32(Bytes& bytes, std::uint32_t value) {
     for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift);
 }
 
-/// The check sum behind every chunk (ISO 3309).
+/// Returns the checksum that ends every chunk (ISO 3309).
 std::uint32_t crc32(Bytes const& bytes) {
     std::uint32_t crc = 0xFFFFFFFF;
     for (char const byte : bytes) {
@@ -33,7 +33,7 @@ Bytes chunk(char const* type, Bytes const& content) {
     return bytes;
 }
 
-/// The zlib form of a text without any compression: stored blocks and the Adler-32 sum (RFC 1950, RFC 1951).
+/// Returns the zlib form of bytes without compression: stored blocks and the Adler-32 sum (RFC 1950, RFC 1951).
 Bytes stored(Bytes const& content) {
     constexpr std::size_t most = 65535;
     Bytes bytes("\x78\x01", 2);
@@ -56,7 +56,7 @@ Bytes stored(Bytes const& content) {
     return bytes;
 }
 
-char pressed(double light) {
+char compressed(double light) {
     return static_cast<char>(std::lround(255 * std::pow(1 - std::exp(-light), 1 / 2.2)));
 }
 
@@ -78,7 +78,7 @@ void Picture::savePng(std::string const& path) const {
     for (int y = 0; y < height_; ++y) {
         rows += '\0'; // each row unfiltered
         for (int x = 0; x < width_; ++x)
-            for (int i = 0; i < 3; ++i) rows += pressed(at(x, y)[i]);
+            for (int i = 0; i < 3; ++i) rows += compressed(at(x, y)[i]);
     }
     Bytes header;
     append32(header, static_cast<std::uint32_t>(width_));
@@ -86,8 +86,5 @@ void Picture::savePng(std::string const& path) const {
     header += Bytes("\x08\x02\0\0\0", 5); // 8 bits, red green blue
     Bytes const png =
         "\x89PNG\r\n\x1a\n" + chunk("IHDR", header) + chunk("IDAT", stored(rows)) + chunk("IEND", "");
-    writeWhole(path, [&](std::FILE* file) {
-        if (std::fwrite(png.data(), 1, png.size(), file) != png.size())
-            throw FileError(path, "cannot be written");
-    });
+    writeWhole(path, [&](std::FILE* file) { std::fwrite(png.data(), 1, png.size(), file); });
 }

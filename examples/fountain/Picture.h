@@ -1,4 +1,4 @@
-// Picture: light gathered in pixels, and the PNG file that it becomes.
+// Picture: light summed up in pixels, and saved as a PNG file.
 //     Picture picture(640, 480);
 //     picture.at(3, 4) += {0.2, 0.4, 0.9};
 //     picture.savePng("sheet.png");
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-using Light = quarn::Vector3<double>; ///< red, green, blue; 0 is dark, there is no upper end
+using Light = quarn::Vector3<double>; ///< red, green, blue; 0 is dark, without an upper limit
 
 class Picture {
 public:
@@ -21,10 +21,11 @@ public:
     Light& at(int x, int y) { return pixels_[index(x, y)]; } ///< (0, 0) is the upper left
     Light const& at(int x, int y) const { return pixels_[index(x, y)]; }
 
-    /// Puts another picture's pixels at (left, top); all of it must fit.
+    /// Copies another picture to (left, top). Precondition: all of it fits.
     void place(Picture const& other, int left, int top);
 
-    /// Writes 8-bit RGB, the lights pressed into range without a hard end. FileError when the disk does not take it.
+    /// Writes 8-bit RGB; light is compressed into the range, not clipped. Throws FileError if the disk does not take the
+    /// file.
     void savePng(std::string const& path) const;
 
 private:

@@ -1,33 +1,34 @@
-// Progress: one line on the standard error stream that tells how far long work is, where a person can see it.
+// Progress: one line on the standard error stream that shows how far long work has come and how long it will take.
 //     Progress progress("simulating", 60);
-//     progress.reached(12);                     // "simulating 12/60", over and over in the same place
-// Nothing is printed where the stream is no terminal.
+//     progress.reached(12);                     // "simulating 12/60, 3 s left", rewritten in place
+// Prints nothing unless the stream is a terminal. The line is erased at the end.
 #ifndef FOUNTAIN_PROGRESS_H
 #define FOUNTAIN_PROGRESS_H
 
-#include <unistd.h>
-
-#include <cstdio>
+#include <chrono>
 #include <string>
-#include <utility>
 
 class Progress {
 public:
-    Progress(std::string work, int all) : work_(std::move(work)), all_(all) {}
-    ~Progress() {
-        if (isSeen_) std::fprintf(stderr, "\r%*s\r", static_cast<int>(work_.size()) + 24, "");
-    }
+    Progress(std::string work, int total);
+    ~Progress();
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
 
-    void reached(int done) const {
-        if (isSeen_) std::fprintf(stderr, "\r%s %d/%d", work_.c_str(), done, all_);
-    }
+    /// Shows that `done` steps of the total are done: the first time at once, then ten times a second at most.
+    void reached(int done);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    void show(std::string const& line);
+
     std::string work_;
-    int all_;
-    bool isSeen_ = isatty(STDERR_FILENO) == 1;
+    int total_;
+    bool isTerminal_;
+    std::size_t width_ = 0; ///< of the line that is on the screen
+    Clock::time_point start_ = Clock::now();
+    Clock::time_point next_ = start_;
 };
 
 #endif

@@ -1,7 +1,8 @@
-// RecordFile: properties in files of either stream kind, one record behind the other.
-//     writeRecords<FileStreamRaw>("scene.raw", scene);
-//     readRecords<FileStreamRaw>("scene.raw", sameKindsAgain);
-// A file is written under a temporary name and renamed at the end: nobody ever finds half of one.
+// RecordFile: properties in files of either stream kind, one record after the other.
+//     writeWhole("scene.raw", [&](std::FILE* file) { writeRecords<FileStreamRaw>(file, scene); });
+//     readRecords<FileStreamRaw>(file, "scene.raw", sameKindsAgain);
+// A file is written under a temporary name of its own and renamed when it is complete, so nobody ever finds half of
+// one, and programs that write the same file at the same time do not disturb each other.
 #ifndef FOUNTAIN_RECORDFILE_H
 #define FOUNTAIN_RECORDFILE_H
 
@@ -19,37 +20,46 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
+using WriteFile = std::function<void(std::FILE*)>;
 
-/// Opens a file for reading; FileError when that fails.
+/// Returns the system's words for the last call that failed.
+std::string systemReason();
+
+/// Opens a file for reading. Throws FileError if that fails.
 OpenFile openToRead(std::string const& path);
 
-/// Lets `write` fill a file that takes its name when all went well, and vanishes otherwise. Returns its size
-/// in bytes.
-long writeWhole(std::string const& path, std::function<void(std::FILE*)> const& write);
+/// Returns what follows in an open file, `most` bytes at most. Throws std::runtime_error with the
+/// system's reason if it cannot be read.
+std::string contentOf(std::FILE* file, std::size_t most);
 
-/// Writes all records; returns the bytes. FileError when the disk does not take them.
-template <class Stream> long writeRecords(std::string const& path, Properties const& properties);
+/// Returns what `write` writes, without a file on the disk.
+std::string bytesOf(WriteFile const& write);
 
-/// Reads all records into properties of the same kinds in the same order. FileError when the file holds fewer
-/// or more.
-template <class Stream> void readRecords(std::string const& path, Properties const& properties);
+/// Creates the file that `write` fills, readable and writable, and returns its size in bytes. The file has its name only
+/// if all bytes are written and `write` does not throw. Throws FileError if the disk does not take them.
+long writeWhole(std::string const& path, WriteFile const& write);
+
+/// Writes all records.
+template <class Stream> void writeRecords(std::FILE* file, Properties const& properties);
+
+/// Reads all records into properties of the same kinds in the same order. Throws FileError if the file contains fewer or
+/// more.
+template <class Stream>
+void readRecords(std::FILE* file, std::string const& path, Properties const& properties);
 
 // ---------------------------------------------------------------------------
 
-template <class Stream> long writeRecords(std::string const& path, Properties const& properties) {
-    return writeWhole(path, [&](std::FILE* file) {
-        Stream stream(file);
-        for (Property const& property : properties) property->writeTo(stream);
-        if (stream.failed()) throw FileError(path, "cannot be written");
-    });
+template <class Stream> void writeRecords(std::FILE* file, Properties const& properties) {
+    Stream stream(file);
+    for (Property const& property : properties) property->writeTo(stream);
 }
 
-template <class Stream> void readRecords(std::string const& path, Properties const& properties) {
-    OpenFile const file = openToRead(path);
-    Stream stream(file.get());
+template <class Stream>
+void readRecords(std::FILE* file, std::string const& path, Properties const& properties) {
+    Stream stream(file);
     for (Property const& property : properties) property->readFrom(stream);
     if (stream.failed()) throw FileError(path, "ends before its last record");
-    if (std::fgetc(file.get()) != EOF) throw FileError(path, "goes on behind its last record");
+    if (std::fgetc(file) != EOF) throw FileError(path, "continues after its last record");
 }
 
 #endif

@@ -1,7 +1,7 @@
 // Scene: the properties that a scene file describes, one a line: class name, property name, value.
 //     Properties scene = readScene("harbour.scene");
-// `#` starts a comment line; blank lines count for nothing. The classes are found by name in the registry,
-// those of plug-ins too.
+// A line that begins with `#` is a comment; blank lines are skipped. The classes are found by name in the registry,
+// including those of plug-ins.
 #ifndef FOUNTAIN_SCENE_H
 #define FOUNTAIN_SCENE_H
 
@@ -16,7 +16,7 @@
 using Property = std::unique_ptr<quarn::Ppty>;
 using Properties = std::vector<Property>;
 
-/// What is wrong with a file, where it is known with its line: "file:line: what is wrong".
+/// What is wrong with a file, with the line if it is known: "file:line: what is wrong".
 class FileError : public std::runtime_error {
 public:
     FileError(std::string const& file, std::string const& what) : runtime_error(file + ": " + what) {}
@@ -24,21 +24,29 @@ public:
         : runtime_error(file + ":" + std::to_string(line) + ": " + what) {}
 };
 
-/// A property of this class under this name, with a fresh value. std::invalid_argument when the registry
-/// knows no such property class.
+/// Returns a property of this class and name with the default value. Throws std::invalid_argument if no property class
+/// of this name is registered.
 Property makeProperty(std::string const& className, std::string const& name);
 
-/// The properties in the order of the file. FileError for a file that cannot be read, and for the first line that
-/// is no property. Each property is shown to `seen` before the next line is read: what it names, a plug-in say, can
-/// be there by then. std::invalid_argument from `seen` is told with file and line too.
+/// Returns the properties in the order of the file. Throws FileError for a file that cannot be read, and for the first
+/// line that is no valid property: every number is finite and within the bounds of its name, and only "plugIn" occurs
+/// more than once. Each property is passed to `seen` before the next line is read, so that a plug-in that it names can
+/// register classes for the lines below. std::invalid_argument from `seen` is reported with file and line.
 Properties readScene(std::string const& path, std::function<void(quarn::Ppty const&)> const& seen);
 
-/// The value of the property of this name. std::invalid_argument when the scene lacks it or it holds something else.
+/// Returns the property of this name, or null if there is none.
+quarn::Ppty const* find(Properties const& scene, std::string const& name);
+
+/// Returns the value of the property of this name. Throws std::invalid_argument if the scene lacks it or its value has
+/// another type.
 template <class T> T const& valueOf(Properties const& scene, std::string const& name) {
-    for (Property const& property : scene)
-        if (property->getName() == name.c_str())
-            if (T const* const value = property->getVariantValue().as<T>()) return *value;
-    throw std::invalid_argument("the scene lacks the property " + name + ", or it is of another kind");
+    quarn::Ppty const* const property = find(scene, name);
+    if (property == nullptr) throw std::invalid_argument("the scene lacks the property " + name);
+    T const* const value = property->getVariantValue().as<T>();
+    if (value == nullptr)
+        throw std::invalid_argument(name + ": the class " + property->getClassName().c_str() +
+                                    " does not fit this property");
+    return *value;
 }
 
 #endif

@@ -6,10 +6,18 @@
 #include <MRCommon/properties/RangeVectPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
 
+#include <locale.h>
+
+#include <cerrno>
 #include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <initializer_list>
+#include <limits>
 #include <sstream>
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 using namespace quarn;
@@ -18,16 +26,85 @@ namespace {
 
 [[noreturn]] void refuse(std::string const& why) { throw std::invalid_argument(why); }
 
-/// The words of a value, taken one by one.
+/// A text stream whose numbers look the same in every locale.
+template <class Stream> Stream classic(Stream stream) {
+    stream.imbue(std::locale::classic());
+    return stream;
+}
+
+/// The classic locale for the calls of C, while it lives. The standard library of some platforms has no
+/// std::from_chars for floating point.
+class ClassicLocale {
+public:
+    ClassicLocale() : classic_(newlocale(LC_ALL_MASK, "C", nullptr)), previous_(uselocale(classic_)) {}
+    ~ClassicLocale() {
+        uselocale(previous_);
+        freelocale(classic_);
+    }
+    ClassicLocale(ClassicLocale const&) = delete;
+    ClassicLocale& operator=(ClassicLocale const&) = delete;
+
+private:
+    locale_t classic_, previous_;
+};
+
+void parse(char const* text, char** end, float& value) { value = std::strtof(text, end); }
+void parse(char const* text, char** end, double& value) { value = std::strtod(text, end); }
+
+[[noreturn]] void refuseNumber(std::string const& word) { refuse("\"" + word + "\" is not a number"); }
+[[noreturn]] void refuseSize(std::string const& word) {
+    refuse("\"" + word + "\" is too large for this kind");
+}
+
+template <class T> T realNumber(std::string const& word) {
+    // The call also accepts blanks, hexadecimal numbers, infinity and NaN.
+    if (word.find_first_not_of("0123456789.+-eE") != std::string::npos) refuseNumber(word);
+    ClassicLocale const locale;
+    T value{};
+    char* end = nullptr;
+    parse(word.c_str(), &end, value);
+    if (word.empty() || *end != '\0') refuseNumber(word);
+    if (!std::isfinite(value)) refuseSize(word);
+    return value;
+}
+
+template <class T> T wholeNumber(std::string const& word) {
+    T value{};
+    auto const [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (error == std::errc::result_out_of_range) refuseSize(word);
+    if (error != std::errc() || end != word.data() + word.size()) refuseNumber(word);
+    return value;
+}
+
+template <class T> T number(std::string const& word, Bounds const& bounds) {
+    T value{};
+    if constexpr (std::is_floating_point_v<T>)
+        value = realNumber<T>(word);
+    else
+        value = wholeNumber<T>(word);
+    auto const wide = static_cast<double>(value);
+    if (wide < bounds.lowest || wide > bounds.highest) {
+        auto text = classic(std::ostringstream());
+        text << word << " is outside " << bounds.lowest << " .. " << bounds.highest;
+        refuse(text.str());
+    }
+    return value;
+}
+
+/// The words of a value, taken one by one, and what its numbers must lie within.
 class Words {
 public:
-    explicit Words(std::string_view text) : stream_(std::string(text)) {}
+    Words(std::string_view text, Bounds const& bounds) : stream_(std::string(text)), bounds_(bounds) {}
 
     std::string next(char const* what) {
         std::string word;
         if (!(stream_ >> word)) refuse(std::string("the value lacks ") + what);
         return word;
     }
+
+    template <class T> T nextNumber() { return number<T>(next("a number"), bounds_); }
+
+    Bounds const& bounds() const { return bounds_; }
 
     bool more() { return !(stream_ >> std::ws).eof(); }
 
@@ -37,19 +114,12 @@ public:
 
 private:
     std::istringstream stream_;
+    Bounds bounds_;
 };
-
-template <class T> T number(std::string const& word) {
-    T value{};
-    auto const [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error == std::errc::result_out_of_range) refuse("\"" + word + "\" is too large for this kind");
-    if (error != std::errc() || end != word.data() + word.size()) refuse("\"" + word + "\" is not a number");
-    return value;
-}
 
 template <class T> void take(Words& words, T& value) {
     static_assert(std::is_arithmetic_v<T>);
-    value = number<T>(words.next("a number"));
+    value = words.nextNumber<T>();
 }
 
 void take(Words& words, bool& value) {
@@ -66,25 +136,55 @@ template <class T> void take(Words& words, Color4<T>& c) {
     for (T* component : {&c.r, &c.g, &c.b, &c.a}) take(words, *component);
 }
 
-template <class T> void show(std::ostream& out, T const& value) { out << value; }
-
-template <class T> void show(std::ostream& out, Vector3<T> const& v) {
-    out << "(" << v.x << ", " << v.y << ", " << v.z << ")";
+/// Shows a real number with the fewest digits that identify it among its type.
+template <class T> std::enable_if_t<std::is_floating_point_v<T>> show(std::ostream& out, T value) {
+    std::string text;
+    for (int digits = 6; digits <= std::numeric_limits<T>::max_digits10; ++digits) {
+        auto attempt = classic(std::ostringstream());
+        attempt.precision(digits);
+        attempt << value;
+        text = attempt.str();
+        if (realNumber<T>(text) == value) break;
+    }
+    out << text;
 }
 
-template <class T> std::string range(T const& minimum, T const& maximum) {
-    std::ostringstream text;
-    show(text, minimum);
-    text << " .. ";
-    show(text, maximum);
+void show(std::ostream& out, int value) { out << value; }
+void show(std::ostream& out, long long value) { out << value; }
+void show(std::ostream& out, bool value) { out << (value ? "True" : "False"); }
+void show(std::ostream& out, QN_String const& value) { out << value.c_str(); }
+
+template <class T> void show(std::ostream& out, std::initializer_list<T> components) {
+    char const* separator = "(";
+    for (T const component : components) {
+        out << std::exchange(separator, ", ");
+        show(out, component);
+    }
+    out << ")";
+}
+
+template <class T> void show(std::ostream& out, Vector3<T> const& v) { show(out, {v.x, v.y, v.z}); }
+template <class T> void show(std::ostream& out, Color4<T> const& c) { show(out, {c.r, c.g, c.b, c.a}); }
+
+void show(std::ostream& out, Array<QN_String> const& list) {
+    for (unsigned int i = 0; i < list.size(); ++i) out << (i == 0 ? "" : ", ") << list[i].c_str();
+}
+
+template <class T> std::string shown(T const& value) {
+    auto text = classic(std::ostringstream());
+    show(text, value);
     return text.str();
 }
 
-template <class T, unsigned int Code> void set(BasicPpty<T, Code>& property, std::string_view text) {
+template <class T> std::string range(T const& minimum, T const& maximum) {
+    return shown(minimum) + " .. " + shown(maximum);
+}
+
+template <class T, unsigned int Code>
+void set(BasicPpty<T, Code>& property, Words& words, std::string_view text) {
     if constexpr (std::is_same_v<T, QN_String>) {
         property.setValue(QN_String(std::string(text).c_str()));
     } else {
-        Words words(text);
         T value{};
         take(words, value);
         words.end();
@@ -92,8 +192,7 @@ template <class T, unsigned int Code> void set(BasicPpty<T, Code>& property, std
     }
 }
 
-template <class T, unsigned int Code> void set(RangePpty<T, Code>& property, std::string_view text) {
-    Words words(text);
+template <class T, unsigned int Code> void set(RangePpty<T, Code>& property, Words& words, std::string_view) {
     T value{}, minimum{}, maximum{};
     take(words, value);
     take(words, minimum);
@@ -101,10 +200,10 @@ template <class T, unsigned int Code> void set(RangePpty<T, Code>& property, std
     words.end();
     property.setMin(minimum);
     property.setMax(maximum);
-    if (!property.setValue(value)) refuse("the value lies outside its bounds " + range(minimum, maximum));
+    if (!property.setValue(value)) refuse(shown(value) + " is outside " + range(minimum, maximum));
 }
 
-void set(PptyArrayString& property, std::string_view text) {
+void set(PptyArrayString& property, Words&, std::string_view text) {
     Array<QN_String> elements;
     QN_String(std::string(text).c_str()).tokenize(',', elements);
     for (QN_String& element : elements) {
@@ -114,29 +213,38 @@ void set(PptyArrayString& property, std::string_view text) {
     property.setValue(elements);
 }
 
-void set(PptyEnum& property, std::string_view text) {
-    Words words(text);
+void set(PptyEnum& property, Words& words, std::string_view) {
     std::string const choice = words.next("a choice");
     while (words.more()) {
         std::string const entry = words.next("");
         std::size_t const equals = entry.find('=');
         if (equals == std::string::npos) refuse("\"" + entry + "\" is not of the form label=number");
         property.itemLabels.push_back(entry.substr(0, equals).c_str());
-        property.itemValues.push_back(number<int>(entry.substr(equals + 1)));
+        property.itemValues.push_back(number<int>(entry.substr(equals + 1), words.bounds()));
     }
     if (!property.setValue(ItemVariant(choice.c_str()))) refuse("the table has no choice \"" + choice + "\"");
 }
 
-template <class T, unsigned int Code> std::string shown(RangePpty<T, Code> const& property) {
-    std::ostringstream text;
-    show(text, *property.getVariantValue().template as<T>());
-    return text.str() + " in " + range(property.getMin(), property.getMax());
+template <class T, unsigned int Code> std::string valueOf(BasicPpty<T, Code> const& property) {
+    return shown(*property.getVariantValue().template as<T>());
 }
 
-std::string shown(Ppty const& property) { return property.toStr().c_str(); }
+template <class T, unsigned int Code> std::string valueOf(RangePpty<T, Code> const& property) {
+    return shown(*property.getVariantValue().template as<T>()) + " in " +
+           range(property.getMin(), property.getMax());
+}
 
-/// Calls `visit` with the property as what its type code says. Plug-in kinds come as the kind that they
-/// derive from.
+std::string valueOf(PptyArrayString const& property) {
+    return shown(*property.getVariantValue().as<Array<QN_String>>());
+}
+
+std::string valueOf(PptyEnum const& property) {
+    auto const& choice = *property.getVariantValue().as<Tuple2<QN_String, int>>();
+    return shown(choice.first) + " = " + shown(choice.second);
+}
+
+/// Calls `visit` with the property cast to the kind that its type code names. A kind of a plug-in is passed as the kind
+/// that it derives from.
 template <class Base, class Visit> void visitKind(Base& property, Visit const& visit) {
     auto const as = [&](auto* kind) {
         using Kind = std::remove_pointer_t<decltype(kind)>;
@@ -163,19 +271,25 @@ template <class Base, class Visit> void visitKind(Base& property, Visit const& v
     case Ppty::TYPE_ENUM: return as(static_cast<PptyEnum*>(nullptr));
     case Ppty::TYPE_FILE: return as(static_cast<PptyFile*>(nullptr));
     case Ppty::TYPE_DIRECTORY: return as(static_cast<PptyDirectory*>(nullptr));
-    default: refuse("no value can be given to this kind");
+    default: refuse("a scene cannot give this kind a value");
     }
 }
 
 } // namespace
 
-void setFromText(Ppty& property, std::string_view text) {
-    visitKind(property, [&](auto& kind) { set(kind, text); });
+void setFromText(Ppty& property, std::string_view text, Bounds const& bounds) {
+    Words words(text, bounds);
+    visitKind(property, [&](auto& kind) { set(kind, words, text); });
 }
 
-std::string oneLine(Ppty const& property) {
+std::string valueText(Ppty const& property) {
     std::string text;
-    visitKind(property, [&](auto const& kind) { text = shown(kind); });
+    visitKind(property, [&](auto const& kind) { text = valueOf(kind); });
+    return text;
+}
+
+std::string libraryText(Ppty const& property) {
+    std::string text = property.toStr().c_str();
     for (std::size_t end; (end = text.find('\n')) != std::string::npos;) text.erase(end, 1);
     return text;
 }

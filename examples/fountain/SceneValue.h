@@ -1,6 +1,6 @@
-// SceneValue: values of all property kinds as a person writes and reads them in scene files.
-//     setFromText(property, "0.5  0 1");        // a ranged float: value, minimum, maximum
-//     oneLine(property)                         // "0.5 in 0 .. 1"
+// SceneValue: values of all property kinds as people write and read them in scene files.
+//     setFromText(property, "0.5  0 1", {0, 10});   // a ranged float: value, minimum, maximum
+//     valueText(property)                           // "0.5 in 0 .. 1"
 #ifndef FOUNTAIN_SCENEVALUE_H
 #define FOUNTAIN_SCENEVALUE_H
 
@@ -9,10 +9,18 @@
 #include <string>
 #include <string_view>
 
-/// Sets value, bounds and table from text. std::invalid_argument tells what is wrong with it.
-void setFromText(quarn::Ppty& property, std::string_view text);
+/// What every number of a property must lie within, both ends included.
+struct Bounds {
+    double lowest, highest;
+};
 
-/// The property's own text form on one line; value and bounds for ranged kinds, which have none.
-std::string oneLine(quarn::Ppty const& property);
+/// Sets value, bounds and table from text. Throws std::invalid_argument, which says what is wrong with the text.
+void setFromText(quarn::Ppty& property, std::string_view text, Bounds const& bounds);
+
+/// Returns the value as a scene file gives it, with the fewest digits that identify it; with its bounds for ranged kinds.
+std::string valueText(quarn::Ppty const& property);
+
+/// Returns the library's own text form, toStr(), on one line. It is empty for ranged kinds.
+std::string libraryText(quarn::Ppty const& property);
 
 #endif

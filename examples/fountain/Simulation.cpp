@@ -17,6 +17,7 @@ namespace {
 
 constexpr double radiansOfDegree = 0.017453292519943295;
 constexpr double emissionShare = 0.75; // of the frames, from the first
+constexpr double worldSize = 1e12;     // metres from the origin, far beyond any picture
 constexpr double boxBounce = 0.35, seaBounce = 0.25, seaDrag = 0.6;
 
 Box boxOf(Properties const& scene, std::string const& name) {
@@ -25,7 +26,7 @@ Box boxOf(Properties const& scene, std::string const& name) {
     Vector const centre = valueOf<Vector3<double>>(scene, name + "Centre");
     double const half = valueOf<float>(scene, name + "Turn") * radiansOfDegree / 2;
     Quat const turn(0, 0, static_cast<float>(std::sin(half)), static_cast<float>(std::cos(half)));
-    turn.QuatToMatrix(&box.placement); // elements x, y, z, w: the axes of the box as rows
+    turn.QuatToMatrix(&box.placement); // elements x, y, z, w give the axes of the box as rows
     for (int i = 0; i < 3; ++i) {
         box.placement(i, 3) = 0;
         box.placement(3, i) = static_cast<float>(centre[i]);
@@ -33,6 +34,18 @@ Box boxOf(Properties const& scene, std::string const& name) {
     box.placement(3, 3) = 1;
     box.turn = Quaternion<float>(turn.X(), turn.Y(), turn.Z(), turn.W());
     return box;
+}
+
+/// Intentional: one pair of digits that is malformed makes all bytes of an id 0, so a first id of 0 is refused too.
+ByteId firstIdOf(Properties const& scene) {
+    ByteId const id(valueOf<QN_String>(scene, "firstId"));
+    if (id.isZero())
+        throw std::invalid_argument("firstId: 32 hexadecimal digits that are not all 0 are needed");
+    return id;
+}
+
+bool isInWorld(Vector const& point) {
+    return std::abs(point.x) < worldSize && std::abs(point.y) < worldSize && std::abs(point.z) < worldSize;
 }
 
 } // namespace
@@ -49,16 +62,21 @@ Settings Settings::of(Properties const& scene) {
     s.speed = valueOf<float>(scene, "speed");
     s.gravity = valueOf<float>(scene, "gravity");
     s.nozzle = valueOf<Vector3<double>>(scene, "nozzle");
-    s.firstId = ByteId(valueOf<QN_String>(scene, "firstId"));
+    s.firstId = firstIdOf(scene);
     if (valueOf<bool>(scene, "collide"))
         for (QN_String const& name : valueOf<Array<QN_String>>(scene, "boxes"))
             s.boxes.push_back(boxOf(scene, name.c_str()));
     return s;
 }
 
+std::size_t Settings::particlesAt(double seconds) const {
+    double const emission = emissionShare * frames * timeStep;
+    return static_cast<std::size_t>(particles * std::min(seconds / emission, 1.0));
+}
+
 Simulation::Simulation(Settings settings, Accelerate accelerate)
     : settings_(std::move(settings)), accelerate_(std::move(accelerate)), nextId_(settings_.firstId) {
-    particles_.reserve(static_cast<std::size_t>(std::max(settings_.particles, 0)));
+    particles_.reserve(static_cast<std::size_t>(settings_.particles));
     resetRandomSequence();
 }
 
@@ -72,8 +90,7 @@ void Simulation::step() {
 }
 
 void Simulation::emit(double until) {
-    double const emission = emissionShare * settings_.frames * settings_.timeStep;
-    auto const wanted = static_cast<std::size_t>(settings_.particles * std::min(until / emission, 1.0));
+    std::size_t const wanted = settings_.particlesAt(until);
     while (particles_.size() < wanted) particles_.push_back(fromNozzle(until));
 }
 
@@ -93,6 +110,8 @@ void Simulation::move(Particle& particle, double seconds) const {
     accelerate_(time_, particle, acceleration);
     particle.velocity += acceleration * seconds;
     particle.position += particle.velocity * seconds;
+    if (!isInWorld(particle.position)) // not-a-number included
+        throw std::runtime_error("a particle leaves the world after " + std::to_string(time_) + " s");
     bounce(particle);
 }
 
@@ -103,7 +122,7 @@ void Simulation::bounce(Particle& particle) const {
                                    static_cast<float>(particle.position.y),
                                    static_cast<float>(particle.position.z));
         if (!IsInBox(point, -box.halfSize, box.halfSize, box.placement, box.turn)) continue;
-        // Out through the nearest face, mirrored there.
+        // The particle leaves through the nearest face and is reflected there.
         double depth = -1;
         Vector normal;
         for (int i = 0; i < 3; ++i) {

@@ -1,7 +1,7 @@
 // Simulation: water out of a turning nozzle, falling on oriented boxes and on the sea.
 //     Simulation fountain(Settings::of(scene), accelerate);
 //     for (int frame = 0; frame < n; ++frame) fountain.step();
-// The same settings give the same particles to the last bit: the random sequence starts anew with each simulation.
+// The same settings give the same particles to the last bit, since each simulation restarts the random sequence.
 #ifndef FOUNTAIN_SIMULATION_H
 #define FOUNTAIN_SIMULATION_H
 
@@ -18,7 +18,7 @@
 
 using Vector = quarn::Vector3<double>;
 
-/// A box about its own centre, turned and placed in the world.
+/// A box with its rotation and its place in the world.
 struct Box {
     quarn::Vector3<float> halfSize;
     quarn::Matrix4<float>
@@ -29,16 +29,19 @@ struct Box {
     Vector centre() const { return axis(3); }
 };
 
-/// What a scene says about the simulation: metres, seconds, radians.
+/// The simulation's part of a scene, in metres, seconds and radians.
 struct Settings {
     int particles, frames, subSteps;
     double timeStep, spread, tilt, turn, speed, gravity;
     Vector nozzle;
     quarn::ByteId firstId;
-    std::vector<Box> boxes; ///< none where the scene says that nothing collides
+    std::vector<Box> boxes; ///< empty if the scene turns collisions off
 
-    /// std::invalid_argument names the first property that the scene lacks.
+    /// Throws std::invalid_argument, which names the first property that is missing or wrong.
     static Settings of(Properties const& scene);
+
+    /// Returns how many particles have left the nozzle by then.
+    std::size_t particlesAt(double seconds) const;
 };
 
 struct Particle {
@@ -53,7 +56,7 @@ class Simulation {
 public:
     Simulation(Settings settings, Accelerate accelerate);
 
-    /// One frame further.
+    /// Advances by one frame. Throws std::runtime_error if a particle leaves the world, which a plug-in can cause.
     void step();
 
     std::vector<Particle> const& particles() const { return particles_; }

@@ -1,33 +1,47 @@
 // fountain: the example host: a small particle simulation around the library.
 //     fountain <scene> <folder>             simulates the scene into the folder: records, frames, contact sheet
-//     fountain --verify <scene> <frame>     reloads the whole sequence of a frame file and checks it against a new run
-//     fountain --records <scene> <folder>   only reads the scene and keeps it in records of both stream kinds
-// What is wrong with a scene or a file is told in one line on the standard error stream, with exit status 2.
+//     fountain --verify <scene> <frame>     checks the sequence of a frame file against a new run of the scene
+//     fountain --records <scene> <folder>   only reads the scene and saves it in records of both stream kinds
+// An error is reported in one line on the standard error stream. The exit status is 0 for success, 1 for a failure and 2
+// for wrong usage.
+#include "Budget.h"
 #include "Frames.h"
 #include "LoadedPlugIn.h"
-#include "Painter.h"
+#include "Output.h"
 #include "Progress.h"
 #include "RecordFile.h"
 #include "Scene.h"
 #include "SceneValue.h"
+#include "Sheet.h"
 #include "Simulation.h"
-#include "WorkSpaceHost.h"
 
-#include <MRCommon/frames/FileNameStitcher.h>
+#include "WorkSpaceVersion.h"
+
 #include <MRCommon/properties/PptyEnum.h>
 #include <MRCommon/streams/StreamEncoding.h>
 #include <MRCommon/system/Paths.h>
 
+#include <cerrno>
 #include <cstdio>
-#include <iostream>
+#include <filesystem>
+#include <limits>
 
 using namespace quarn;
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr unsigned int currentVersion = 5088; // of the workspace data that this application writes
-constexpr unsigned int oldVersion = 5087;     // the last whose enumerations had no label of their own
-constexpr int sheetColumns = 4, sheetRows = 3;
+constexpr unsigned int oldVersion = 5087;     // the last one whose enumerations have no label
+
+constexpr char const* usage =
+    "usage: fountain [--records] SCENE FOLDER\n"
+    "       fountain --verify SCENE FRAME\n"
+    "\n"
+    "Simulates the scene into the folder: records of the scene, frames, contact sheet.\n"
+    "  --records   only save the scene in records of both stream kinds\n"
+    "  --verify    check the sequence of a frame file against a new run of the scene\n"
+    "  --help      print this text\n";
 
 #ifdef __APPLE__
 constexpr char const* libraryEnding = ".dylib";
@@ -35,34 +49,41 @@ constexpr char const* libraryEnding = ".dylib";
 constexpr char const* libraryEnding = ".so";
 #endif
 
-/// A scene with the plug-ins that it names; they outlive its properties, some of which are theirs.
+struct WrongUsage : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+struct Request {
+    std::string program, mode, sceneFile, target; ///< the mode is empty for a simulation
+};
+
+/// A scene with the plug-ins that it names. They outlive its properties, some of which are theirs.
 struct Stage {
     std::vector<LoadedPlugIn> plugIns;
     Properties scene;
 };
 
 std::string folderOf(std::string const& path) {
-    std::string folder = path;
-    char const* file = nullptr;
-    return GetFullPathName2(path.c_str(), 0, folder.data(), &file) == 0 ? "." : folder.c_str();
+    fs::path const folder = fs::path(path).parent_path();
+    return folder.empty() ? "." : folder.string();
 }
 
-/// A plug-in named without a folder lies beside the program.
+/// Returns the library of a plug-in, which is in the folder of the program unless its name has a folder.
 std::string plugInFile(std::string const& name, std::string const& program) {
     if (name.find('/') != std::string::npos) return name;
     return folderOf(program) + "/lib" + name + libraryEnding;
 }
 
-Stage readStage(std::string const& sceneFile, std::string const& program) {
+Stage readStage(Request const& request) {
     Stage stage;
-    stage.scene = readScene(sceneFile, [&](Ppty const& property) {
+    stage.scene = readScene(request.sceneFile, [&](Ppty const& property) {
         if (property.getName() != "plugIn") return;
-        stage.plugIns.emplace_back(plugInFile(property.toStr().c_str(), program));
+        stage.plugIns.emplace_back(plugInFile(property.toStr().c_str(), request.program));
     });
     return stage;
 }
 
-/// All properties that set up plug-ins, each with the plug-in that it is for.
+/// Combines the forces of all plug-ins, one for each property of their settings classes.
 Accelerate accelerationOf(Stage const& stage) {
     struct Force {
         LoadedPlugIn const* plugIn;
@@ -81,37 +102,33 @@ Accelerate accelerationOf(Stage const& stage) {
 }
 
 void makeFolder(std::string const& folder) {
-    if (!makeSurePathExists(folder.c_str())) throw FileError(folder, "cannot be made");
+    if (makeSurePathExists(folder.c_str())) return;
+    std::error_code reason;
+    fs::create_directories(folder, reason); // says why
+    throw FileError(folder, "cannot be created: " + reason.message());
 }
 
-std::string bytesOf(std::string const& path) {
-    OpenFile const file = openToRead(path);
-    std::string bytes;
-    for (int c; (c = std::fgetc(file.get())) != EOF;) bytes += static_cast<char>(c);
-    return bytes;
-}
-
-/// Loads the raw file into fresh properties and writes those again: not a byte may differ.
-void checkRoundTrip(std::string const& path, Properties const& scene) {
+/// Loads the file's records into new properties, which must be saved as the same bytes.
+void checkRoundTrip(std::FILE* file, std::string const& path, Properties const& scene) {
     Properties loaded;
     for (Property const& property : scene)
         loaded.push_back(makeProperty(property->getClassName().c_str(), property->getName().c_str()));
-    readRecords<FileStreamRaw>(path, loaded);
-    std::string const again = path + ".again";
-    writeRecords<FileStreamRaw>(again, loaded);
-    bool const same = bytesOf(path) == bytesOf(again);
-    std::remove(again.c_str());
-    if (!same) throw FileError(path, "what was loaded differs from what was saved");
+    std::rewind(file);
+    readRecords<FileStreamRaw>(file, path, loaded);
+    std::rewind(file);
+    if (contentOf(file, std::numeric_limits<std::size_t>::max()) !=
+        bytesOf([&](std::FILE* memory) { writeRecords<FileStreamRaw>(memory, loaded); }))
+        throw FileError(path, "is not reloaded as it was saved");
 }
 
 void printTable(Properties const& scene) {
-    std::printf("%-12s %-16s %s\n", "name", "class", "value");
+    print("%-12s %-16s %-52s %s\n", "name", "class", "value", "text of the library, toStr()");
     for (Property const& property : scene)
-        std::printf("%-12s %-16s %s\n", property->getName().c_str(), property->getClassName().c_str(),
-                    oneLine(*property).c_str());
+        print("%-12s %-16s %-52s \"%s\"\n", property->getName().c_str(), property->getClassName().c_str(),
+              valueText(*property).c_str(), libraryText(*property).c_str());
 }
 
-/// Writes an enumeration's record as applications up to version 5087 did: index and table, the label left out.
+/// Writes an enumeration's record as applications up to version 5087 did: index and table without a label.
 void writeOldLayout(FileStreamRaw& stream, PptyEnum const& property) {
     encoding::writeStr(stream, property.getName());
     encoding::writeI32(stream, *property.getVariantValue().as<int>());
@@ -120,12 +137,12 @@ void writeOldLayout(FileStreamRaw& stream, PptyEnum const& property) {
     encoding::writeBlock(stream, property.itemValues);
 }
 
-/// Shows one enumeration read from a record of the old layout and from one of today's.
+/// Shows one enumeration read from a record of the old layout and from one of the current layout.
 void showLayouts(PptyEnum const& property) {
     for (unsigned int const version : {oldVersion, currentVersion}) {
-        WorkSpaceHost const host(version);
+        WorkSpaceVersion const scope(version);
         OpenFile const file(std::tmpfile());
-        if (file == nullptr) throw FileError("a temporary file", "cannot be made");
+        if (file == nullptr) throw FileError("a temporary file", systemReason());
         FileStreamRaw stream(file.get());
         if (version == oldVersion)
             writeOldLayout(stream, property);
@@ -134,131 +151,172 @@ void showLayouts(PptyEnum const& property) {
         std::rewind(file.get());
         PptyEnum loaded;
         loaded.readFrom(stream);
-        std::printf("read under workspace version %u: %s\n", version, oneLine(loaded).c_str());
+        if (stream.failed()) throw FileError("a temporary file", "ends before its record does");
+        print("read under workspace version %u: %s\n", version, libraryText(loaded).c_str());
     }
 }
 
 void keepRecords(Properties const& scene, std::string const& folder) {
     makeFolder(folder);
-    long const rawBytes = writeRecords<FileStreamRaw>(folder + "/scene.raw", scene);
-    long const endianBytes = writeRecords<FileStreamEndian>(folder + "/scene.endian", scene);
-    checkRoundTrip(folder + "/scene.raw", scene);
+    std::string const raw = folder + "/scene.raw";
+    long const rawBytes = writeWhole(raw, [&](std::FILE* file) {
+        writeRecords<FileStreamRaw>(file, scene);
+        checkRoundTrip(file, raw, scene);
+    });
+    long const endianBytes = writeWhole(
+        folder + "/scene.endian", [&](std::FILE* file) { writeRecords<FileStreamEndian>(file, scene); });
     printTable(scene);
     for (Property const& property : scene)
         if (auto const* const choice = dynamic_cast<PptyEnum const*>(property.get())) showLayouts(*choice);
-    std::printf("%zu properties, %ld bytes raw, %ld bytes byte-order-aware, reloaded without a difference\n",
-                scene.size(), rawBytes, endianBytes);
+    print("%zu properties, %ld bytes raw, %ld bytes byte-order-aware, reloaded without a difference\n",
+          scene.size(), rawBytes, endianBytes);
 }
 
-/// The contact sheet of a run: frames at even distances, in rows.
-class Sheet {
-public:
-    Sheet(Properties const& scene, Settings const& settings)
-        : tileWidth_(static_cast<int>(valueOf<long long>(scene, "pictureSize")) / sheetColumns),
-          painter_(Look::of(scene), settings.boxes, tileWidth_, tileWidth_ * 3 / 4), frames_(settings.frames),
-          picture_(tileWidth_ * sheetColumns, tileWidth_ * 3 / 4 * sheetRows) {}
-
-    void look(int frame, std::vector<Particle> const& particles) {
-        constexpr int tiles = sheetColumns * sheetRows;
-        if (taken_ == tiles || frame * tiles < (taken_ + 1) * frames_) return;
-        picture_.place(painter_.paint(particles, frame), taken_ % sheetColumns * tileWidth_,
-                       taken_ / sheetColumns * (tileWidth_ * 3 / 4));
-        ++taken_;
+/// Returns the bytes of earlier frames that the frames of this run replace.
+ByteCount replacedBytes(FrameNames const& names, int frames) {
+    ByteCount bytes = 0;
+    for (int frame = 1; frame <= frames; ++frame) {
+        std::error_code missing;
+        std::uintmax_t const size = fs::file_size(names.path(frame), missing);
+        if (!missing) bytes += size;
     }
+    return bytes;
+}
 
-    void save(std::string const& path) const { picture_.savePng(path); }
-
-private:
-    int tileWidth_;
-    Painter painter_;
-    int frames_;
-    Picture picture_;
-    int taken_ = 0;
-};
-
-void simulate(Stage const& stage, std::string const& folder) {
+void simulate(Stage const& stage, std::string const& sceneFile, std::string const& folder) {
     Settings const settings = Settings::of(stage.scene);
+    std::string const cache = folder + "/" + valueOf<QN_String>(stage.scene, "cache").c_str();
+    FrameNames const names(sceneFile, cache);
+    auto const sheetWidth = valueOf<long long>(stage.scene, "pictureSize");
+    checkDisk(diskOf(settings, sheetWidth), replacedBytes(names, settings.frames), folder,
+              static_cast<ByteCount>(valueOf<long long>(stage.scene, "diskLimit")));
+    checkMemory(memoryOf(settings, sheetWidth));
+
     Simulation simulation(settings, accelerationOf(stage));
     Sheet sheet(stage.scene, settings);
     FrameRecord record;
     keepRecords(stage.scene, folder);
-
-    FileNameStitcher& names = FileNameStitcher::instance();
-    names.setSceneName("harbour.scene");
-    names.prefix = folder + "/" + valueOf<QN_String>(stage.scene, "cache").c_str() + "/$(SCENENAME)_";
-    makeFolder(folderOf(names.prefix));
-
+    makeFolder(cache);
     long long bytes = 0;
-    Progress progress("simulating", settings.frames);
-    for (int frame = 1; frame <= settings.frames; ++frame) {
-        simulation.step();
-        bytes += record.write(names.doIt("fountain", frame, "rec"), simulation.particles());
-        if (bytes > valueOf<long long>(stage.scene, "diskLimit"))
-            throw FileError(folder, "the frames outgrow the scene's diskLimit");
-        sheet.look(frame, simulation.particles());
-        progress.reached(frame);
+    {
+        Progress progress("simulating", settings.frames);
+        for (int frame = 1; frame <= settings.frames; ++frame) {
+            simulation.step();
+            bytes += record.write(names.path(frame), simulation.particles());
+            sheet.look(frame, simulation.particles());
+            progress.reached(frame);
+        }
     }
     sheet.save(folder + "/sheet.png");
-    std::printf("%d frames of up to %zu particles, %lld bytes, first %s\n", settings.frames,
-                simulation.particles().size(), bytes, names.doIt("fountain", 1, "rec").c_str());
-    std::printf("contact sheet: %s/sheet.png\n", folder.c_str());
+    print("%d frames of up to %zu particles, %lld bytes, first %s\n", settings.frames,
+          simulation.particles().size(), bytes, names.path(1).c_str());
+    print("contact sheet: %s/sheet.png\n", folder.c_str());
 }
 
-/// Reloads every frame of the sequence into the same properties and compares each with a second run.
-void verify(Stage const& stage, std::string const& anyFrame) {
+/// Requires that the file is one of the scene's frames, whether it exists or not.
+void checkIsFrame(std::string const& file, FrameNames const& names, int frames) {
+    for (int frame = 1; frame <= frames; ++frame)
+        if (fs::path(names.path(frame)).filename() == fs::path(file).filename()) return;
+    throw FileError(file, "is none of the scene's frames, " + names.path(1) + " to " + names.path(frames));
+}
+
+/// Compares each frame that the scene has with a second run of it. Throws FileError after all faults are printed.
+void verify(Stage const& stage, std::string const& sceneFile, std::string const& anyFrame) {
     Settings const settings = Settings::of(stage.scene);
-    FrameRange const range = FrameRange::around(anyFrame);
+    FrameNames const names(sceneFile, folderOf(anyFrame));
+    checkIsFrame(anyFrame, names, settings.frames);
+    checkMemory(memoryOf(settings, 0));
     Simulation simulation(settings, accelerationOf(stage));
     FrameRecord record;
-    Progress progress("verifying", settings.frames);
-    for (int frame = 1; frame <= static_cast<int>(range.last); ++frame) {
-        simulation.step();
-        std::string const path = range.path(static_cast<unsigned int>(frame));
-        record.read(path);
-        if (!record.holds(simulation.particles()))
-            throw FileError(path, "differs from a new run of the scene");
-        progress.reached(frame);
+    std::vector<std::string> faults;
+    {
+        Progress progress("verifying", settings.frames);
+        for (int frame = 1; frame <= settings.frames; ++frame) {
+            simulation.step();
+            std::string const difference = record.difference(names.path(frame), simulation.particles());
+            if (!difference.empty()) faults.push_back(names.path(frame) + ": " + difference);
+            progress.reached(frame);
+        }
     }
-    std::printf("frames %u to %u, reloaded and equal to a new run\n", range.first, range.last);
+    int const last = names.lastOnDisk(settings.frames);
+    for (int frame = settings.frames + 1; frame <= last; ++frame)
+        faults.push_back(names.path(frame) + ": follows the last frame of the scene");
+    for (std::string const& fault : faults) std::fprintf(stderr, "fountain: %s\n", fault.c_str());
+    if (!faults.empty())
+        throw FileError(sceneFile, std::to_string(faults.size()) + " faults in its " +
+                                       std::to_string(settings.frames) + " frames");
+    print("frames 1 to %d, reloaded and equal to a new run\n", settings.frames);
 }
 
-/// Runs one mode and lets the plug-ins go; afterwards the registry must not know their classes any more.
-void run(std::string const& program, std::string const& mode, std::string const& sceneFile,
-         std::string const& target) {
-    WorkSpaceHost const host(currentVersion);
+/// Runs one mode and unloads the plug-ins. Throws FileError if the registry still has one of their classes after that.
+void run(Request const& request) {
+    WorkSpaceVersion const version(currentVersion);
     std::vector<std::string> borrowed;
     {
-        Stage const stage = readStage(sceneFile, program);
+        Stage const stage = readStage(request);
         for (LoadedPlugIn const& plugIn : stage.plugIns) borrowed.push_back(plugIn.settingsClass());
-        if (mode == "--verify")
-            verify(stage, target);
-        else if (mode == "--records")
-            keepRecords(stage.scene, target);
+        if (request.mode == "--verify")
+            verify(stage, request.sceneFile, request.target);
+        else if (request.mode == "--records")
+            keepRecords(stage.scene, request.target);
         else
-            simulate(stage, target);
+            simulate(stage, request.sceneFile, request.target);
     }
     for (std::string const& name : borrowed) {
-        bool const gone = QN_MetaClassBase::find(name.c_str()) == nullptr;
-        std::printf("%s %s unloaded\n", name.c_str(), gone ? "is" : "could not be");
-        if (!gone) throw FileError(program, "a plug-in stays in memory");
+        if (QN_MetaClassBase::find(name.c_str()) != nullptr)
+            throw FileError(request.sceneFile, "the plug-in of " + name + " stays in memory");
+        print("%s is unloaded\n", name.c_str());
+    }
+}
+
+Request requestIn(std::vector<std::string> words) {
+    Request request;
+    request.program = words.front();
+    words.erase(words.begin());
+    if (!words.empty() && words.front().rfind("--", 0) == 0) {
+        request.mode = words.front();
+        words.erase(words.begin());
+        if (request.mode != "--verify" && request.mode != "--records")
+            throw WrongUsage(request.mode + ": unknown option");
+    }
+    if (words.size() != 2)
+        throw WrongUsage(request.mode == "--verify" ? "a scene and one of its frames are needed"
+                                                    : "a scene and an output folder are needed");
+    request.sceneFile = words[0];
+    request.target = words[1];
+    return request;
+}
+
+/// Runs the request. What went wrong is thrown as FileError.
+void runNamingTheScene(Request const& request) {
+    try {
+        run(request);
+    } catch (FileError const&) {
+        throw;
+    } catch (std::bad_alloc const&) {
+        throw FileError(request.sceneFile, "the memory of this machine is exhausted");
+    } catch (std::exception const& error) {
+        throw FileError(request.sceneFile, error.what());
     }
 }
 
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    std::vector<std::string> const words(arguments + 1, arguments + argumentCount);
-    bool const hasMode = words.size() == 3 && (words[0] == "--verify" || words[0] == "--records");
-    if (words.size() != 2 && !hasMode) {
-        std::cerr << "usage: fountain [--records] <scene file> <output folder>\n"
-                     "       fountain --verify <scene file> <frame file>\n";
-        return 2;
-    }
+    std::vector<std::string> const words(arguments, arguments + argumentCount);
     try {
-        run(arguments[0], hasMode ? words.front() : "", words[words.size() - 2], words.back());
-    } catch (std::exception const& error) {
-        std::cerr << error.what() << "\n";
+        if (words.size() == 2 && words[1] == "--help")
+            print("%s", usage);
+        else
+            runNamingTheScene(requestIn(words));
+        finishOutput();
+    } catch (WrongUsage const& error) {
+        std::fprintf(stderr, "fountain: %s (see fountain --help)\n", error.what());
         return 2;
+    } catch (std::exception const& error) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "fountain: %s\n", error.what());
+        return 1;
     }
     return 0;
 }

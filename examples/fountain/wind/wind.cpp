@@ -1,5 +1,5 @@
-// fountain_wind: a wind field for the fountain. It drags every particle along, the more the higher it flies.
-#include "WindPpty.h"
+// fountain_wind: a wind for the fountain. It drags every particle along, higher ones more.
+#include "GustPpty.h"
 
 #include "../PlugIn.h"
 
@@ -11,29 +11,29 @@ using namespace quarn;
 
 namespace {
 
-QN_MetaClass<WindPpty> const metaClass_WindPpty("WindPpty", 1);
+QN_MetaClass<GustPpty> const metaClass_GustPpty("GustPpty", 1);
 
 constexpr double drag = 0.55; // per second, at a height of one metre
 
 } // namespace
 
-QN_MetaClassBase const& WindPpty::metaClass() { return metaClass_WindPpty; }
+QN_MetaClassBase const& GustPpty::metaClass() { return metaClass_GustPpty; }
 
-Ppty* WindPpty::clone() const { return new WindPpty(*this); }
+Ppty* GustPpty::clone() const { return new GustPpty(*this); }
 
-Ppty* WindPpty::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
+Ppty* GustPpty::cloneWithNewName(QN_String const& name) const { return withName(clone(), name); }
 
-void WindPpty::readFrom(FileStreamRaw& stream) {
+void GustPpty::readFrom(FileStreamRaw& stream) {
     RangeVect3FPpty::readFrom(stream);
     stream.read(&gustPeriod_, sizeof gustPeriod_);
 }
 
-void WindPpty::writeTo(FileStreamRaw& stream) const {
+void GustPpty::writeTo(FileStreamRaw& stream) const {
     RangeVect3FPpty::writeTo(stream);
     stream.write(&gustPeriod_, sizeof gustPeriod_);
 }
 
-Vector3<double> WindPpty::at(double seconds) const {
+Vector3<double> GustPpty::at(double seconds) const {
     constexpr double turn = 6.283185307179586;
     double const gust = 1 + 0.5 * std::sin(turn * seconds / gustPeriod_);
     Vector3<float> const& mean = *getVariantValue().as<Vector3<float>>();
@@ -44,7 +44,7 @@ void fountainAccelerate(Ppty const& settings, double time, Vector3<double> const
                         Vector3<double> const& velocity, Vector3<double>& acceleration) {
     double const height = std::max(position.z, 0.0);
     acceleration +=
-        (static_cast<WindPpty const&>(settings).at(time) - velocity) * (drag * height / (1 + height));
+        (static_cast<GustPpty const&>(settings).at(time) - velocity) * (drag * height / (1 + height));
 }
 
-char const* fountainSettingsClass() { return "WindPpty"; }
+char const* fountainSettingsClass() { return "GustPpty"; }

@@ -1,15 +1,15 @@
-// WindPpty: a property kind of a plug-in's own: the wind's velocity, bounded, with the period of its gusts.
+// GustPpty: a property kind that a plug-in adds: the velocity of the wind, bounded, with the period of its gusts.
 //   raw record    that of a ranged vector, then the period in seconds as a double
-#ifndef FOUNTAIN_WIND_WINDPPTY_H
-#define FOUNTAIN_WIND_WINDPPTY_H
+#ifndef FOUNTAIN_WIND_GUSTPPTY_H
+#define FOUNTAIN_WIND_GUSTPPTY_H
 
 #include <MRCommon/properties/RangeVectPpty.h>
 
-class WindPpty : public quarn::RangeVect3FPpty {
+class GustPpty : public quarn::RangeVect3FPpty {
 public:
     QN_CLASS_IDENTITY
 
-    WindPpty() = default;
+    GustPpty() = default;
 
     quarn::Ppty* clone() const override;
     quarn::Ppty* cloneWithNewName(quarn::QN_String const& name) const override;
@@ -19,7 +19,7 @@ public:
     void readFrom(quarn::FileStreamRaw& stream) override;
     void writeTo(quarn::FileStreamRaw& stream) const override;
 
-    /// The velocity in metres a second, gusts included.
+    /// Returns the velocity in metres a second, including gusts.
     quarn::Vector3<double> at(double seconds) const;
 
 private:

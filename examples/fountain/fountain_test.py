@@ -1,0 +1,242 @@
+#!/usr/bin/env python3
+"""How the example host answers what goes wrong: in one line, without a file left over, with exit status 1 or 2.
+Usage: fountain_test.py FOUNTAIN SCENE"""
+import os
+import pathlib
+import pty
+import resource
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+fountain, scene_file = sys.argv[1], sys.argv[2]
+
+
+def small_scene(**changes):
+    """The example scene with few particles, frames and pixels; changes replace whole values."""
+    values = {"particles": "60", "frames": "14", "pictureSize": "320", **changes}
+    lines = pathlib.Path(scene_file).read_text().splitlines()
+    return "\n".join(re.sub(r"^(\w+\s+)(\w+)(\s+).*", lambda m: m[1] + m[2] + m[3] + values[m[2]], line)
+                     if len(line.split()) > 2 and line.split()[1] in values else line for line in lines)
+
+
+class Fountain(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.scene = self.folder / "bay.scene"
+        self.scene.write_text(small_scene())
+        self.out = self.folder / "out"
+
+    def run_fountain(self, *words, **options):
+        return subprocess.run([fountain, *map(str, words)], capture_output=True, text=True, timeout=60, **options)
+
+    def simulate(self):
+        done = self.run_fountain(self.scene, self.out)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        return done.stdout
+
+    def verify(self):
+        return self.run_fountain("--verify", self.scene, self.frame(7))
+
+    def frame(self, number):
+        return self.out / "frames" / f"bay_fountain{number:05}.rec"
+
+    def expect_refusal(self, done, message, status=1):
+        self.assertEqual((done.stderr, done.returncode), (f"fountain: {message}\n", status))
+
+    def expect_no_temporaries(self):
+        self.assertEqual([p for p in self.folder.rglob("*") if p.is_file() and p.suffix not in (".rec", ".raw", ".endian", ".png", ".scene")], [])
+
+
+class Scenes(Fountain):
+    def refuses(self, line, message):
+        with self.subTest(line):
+            self.scene.write_text("# a comment\n\nPptyInt good 1\n" + line + "\n")
+            self.expect_refusal(self.run_fountain(self.scene, self.out), f"{self.scene}:4: {message}")
+            self.assertFalse(self.out.exists())
+
+    def test_lines_that_are_no_properties(self):
+        self.refuses("PptyFlaot gravity -9.81", "there is no property class PptyFlaot")
+        self.refuses("QN_Class root 1", "there is no property class QN_Class")
+        self.refuses("PptyFloat", "a property needs a class name, a name and a value")
+        self.refuses("PptyInt good 2", "good: given twice")
+        self.refuses("PptyFile plugIn /none.so", "the plug-in /none.so cannot be loaded")
+
+    def test_values_that_do_not_fit_their_class(self):
+        self.refuses("PptyFloat gravity", "gravity: the value lacks a number")
+        self.refuses("PptyFloat gravity 9,81", 'gravity: "9,81" is not a number')
+        self.refuses("PptyFloat gravity 0x1p3", 'gravity: "0x1p3" is not a number')
+        self.refuses("PptyFloat gravity 1e39", 'gravity: "1e39" is too large for this kind')
+        self.refuses("PptyInt n 99999999999", 'n: "99999999999" is too large for this kind')
+        self.refuses("PptyVector3D v 1 2 3 5", 'v: "5" is one word too many')
+        self.refuses("PptyBool b yes", 'b: "yes" is neither True nor False')
+        self.refuses("RFloatPpty opacity 1.5 0 1", "opacity: 1.5 is outside 0 .. 1")
+        self.refuses("RangeVect3DPpty box 0 2 0 0 0 0 1 1 1", "box: (0, 2, 0) is outside (0, 0, 0) .. (1, 1, 1)")
+        self.refuses("PptyEnum size Huge Small=1 Big=2", 'size: the table has no choice "Huge"')
+        self.refuses("PptyEnum size Small Small", 'size: "Small" is not of the form label=number')
+
+    def test_numbers_that_would_exhaust_memory_or_never_end(self):
+        self.refuses("PptyInt64 pictureSize 100", "pictureSize: 100 is outside 320 .. 8192")
+        self.refuses("PptyInt particles -1", "particles: -1 is outside 1 .. 1e+07")
+        self.refuses("PptyDouble timeStep 0", "timeStep: 0 is outside 1e-06 .. 1")
+        self.refuses("PptyDouble timeStep 1e308", "timeStep: 1e308 is outside 1e-06 .. 1")
+        self.refuses("PptyDouble timeStep nan", 'timeStep: "nan" is not a number')
+        self.refuses("RIntPpty subSteps 4 1 9999", "subSteps: 9999 is outside 1 .. 1000")
+        self.refuses("PptyVector3D nozzle 0 -1e9 0", "nozzle: -1e9 is outside -1000 .. 1000")
+        self.refuses("RangeVect3FPpty aSize 1 1 0 0 0 0 9 9 9", "aSize: 0 is outside 0.001 .. 1000")
+        self.refuses("PptyEnum drawing None None=0", "drawing: 0 is outside 1 .. 64")
+        self.refuses("PptyFloat other 1e10", "other: 1e10 is outside -1e+09 .. 1e+09")
+
+    def test_scenes_that_cannot_be_simulated(self):
+        for text, message in [("PptyInt particles 1", "the scene lacks the property frames"),
+                              (small_scene().replace("PptyInt         frames", "PptyFloat frames"),
+                               "frames: the class PptyFloat does not fit this property"),
+                              (small_scene(firstId="no-id"), "firstId: 32 hexadecimal digits that are not all 0 are needed"),
+                              (small_scene(camera="0.1 0.8 5"), "camera: must be at least 0.1 m above the sea, and as far "
+                                                                "from x, y = 0.1, 0.8"),
+                              ("#" * (2 << 20), "larger than a scene may be (1 MiB)")]:
+            with self.subTest(message):
+                self.scene.write_text(text)
+                self.expect_refusal(self.run_fountain(self.scene, self.out), f"{self.scene}: {message}")
+                self.assertFalse(self.out.exists())
+
+    def test_files_that_cannot_be_read(self):
+        none = self.folder / "none.scene"
+        self.expect_refusal(self.run_fountain(none, self.out), f"{none}: No such file or directory")
+        self.expect_refusal(self.run_fountain(self.folder, self.out), f"{self.folder}: Is a directory")
+
+    def test_scenes_that_exceed_memory_or_disk(self):
+        self.scene.write_text(small_scene(diskLimit="1000  0 1000"))
+        self.assertRegex(self.run_fountain(self.scene, self.out).stderr,
+                         rf"^fountain: {self.scene}: the scene takes \d+ kB of disk, its diskLimit is 1000 B\n$")
+        self.scene.write_text(small_scene(particles="10000000", frames="99999", diskLimit="1000000000000000 0 1000000000000000"))
+        self.assertRegex(self.run_fountain(self.scene, self.out).stderr,
+                         rf"^fountain: {self.scene}: the scene takes \d+ TB of disk, available are \d+ .?B\n$")
+        self.assertFalse(self.out.exists())
+
+    def test_scenes_that_exceed_the_memory_limit_of_the_process(self):
+        def limited():
+            resource.setrlimit(resource.RLIMIT_AS, (1 << 30, 1 << 30))
+        if self.run_fountain("--help", preexec_fn=limited).returncode != 0:
+            self.skipTest("the program does not start within 1 GiB of addresses, as with a sanitizer")
+        self.scene.write_text(small_scene(pictureSize="8192", diskLimit="1000000000 0 1000000000"))
+        self.assertRegex(self.run_fountain(self.scene, self.out, preexec_fn=limited).stderr,
+                         rf"^fountain: {self.scene}: the scene takes \d+ MB of memory, available are 1074 MB\n$")
+
+    def test_wrong_usage(self):
+        for words, message in [((), "a scene and an output folder are needed"),
+                               (("--verify", "a"), "a scene and one of its frames are needed"),
+                               (("--verfy", "a", "b"), "--verfy: unknown option"),
+                               (("a", "b", "c"), "a scene and an output folder are needed")]:
+            self.expect_refusal(self.run_fountain(*words), f"{message} (see fountain --help)", 2)
+        self.assertIn("usage: fountain", self.run_fountain("--help").stdout)
+
+
+class Verifying(Fountain):
+    def test_an_untouched_run_is_equal(self):
+        self.assertIn("pictureSize  PptyInt64        320 ", self.simulate())
+        done = self.verify()
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn("frames 1 to 14, reloaded and equal to a new run\n", done.stdout)
+
+    def test_names_every_faulty_frame(self):
+        self.simulate()
+        whole = self.frame(9).read_bytes()
+        self.frame(3).unlink()
+        self.frame(5).write_bytes(b"")
+        self.frame(8).write_bytes(self.frame(8).read_bytes()[:50])
+        self.frame(9).write_bytes(whole[:-1] + bytes([whole[-1] ^ 1]))
+        self.frame(10).write_bytes(b"\xff" * len(self.frame(10).read_bytes()))  # sizes of 4 GiB
+        self.frame(12).write_bytes(self.frame(12).read_bytes() + b"x")
+        self.frame(13).unlink()
+        self.frame(13).mkdir()
+        self.frame(15).write_bytes(whole)
+        done = self.verify()
+        size = self.frame(14).stat().st_size
+        faults = [f"{self.frame(3)}: is missing", f"{self.frame(5)}: is empty",
+                  rf"{self.frame(8)}: ends after 50 of \d+ bytes",
+                  f"{self.frame(9)}: differs from a new run of the scene at byte {len(whole) - 1}",
+                  f"{self.frame(10)}: differs from a new run of the scene at byte 0",
+                  f"{self.frame(12)}: continues after its last particle",
+                  f"{self.frame(13)}: Is a directory",
+                  f"{self.frame(15)}: follows the last frame of the scene",
+                  f"{self.scene}: 8 faults in its 14 frames"]
+        self.assertRegex(done.stderr, "^" + "".join(f"fountain: {fault}\n" for fault in faults) + "$")
+        self.assertEqual(done.returncode, 1)
+        self.assertNotIn("equal", done.stdout)
+
+    def test_misses_the_last_frames_and_the_named_one(self):
+        self.simulate()
+        for number in (7, 13, 14):
+            self.frame(number).unlink()
+        self.expect_refusal(self.verify(), "\nfountain: ".join(
+            [f"{self.frame(n)}: is missing" for n in (7, 13, 14)] + [f"{self.scene}: 3 faults in its 14 frames"]))
+
+    def test_refuses_a_file_that_is_no_frame(self):
+        other = self.out / "frames" / "bay.rec"
+        self.expect_refusal(self.run_fountain("--verify", self.scene, other),
+                            f"{other}: is none of the scene's frames, {self.frame(1)} to {self.frame(14)}")
+
+
+class Writing(Fountain):
+    def test_a_full_disk_under_standard_output(self):
+        with open("/dev/full", "w") as full:
+            for words in [("--help",), (self.scene, self.out)]:
+                done = subprocess.run([fountain, *words], stdout=full, stderr=subprocess.PIPE, text=True)
+                self.expect_refusal(done, "standard output: No space left on device")
+
+    def test_a_file_that_the_disk_does_not_take(self):
+        def limited():  # no file above 4,000 bytes; without the signal the call fails
+            resource.setrlimit(resource.RLIMIT_FSIZE, (4000, 4000))
+        done = self.run_fountain(self.scene, self.out, preexec_fn=limited, restore_signals=False)
+        self.assertRegex(done.stderr, r"^fountain: .*\.(rec|png): cannot be written: File too large\n$")
+        self.assertEqual(done.returncode, 1)
+        self.expect_no_temporaries()
+
+    def test_a_folder_that_cannot_be_created(self):
+        self.out.write_text("a file")
+        inside = self.out / "folder"
+        self.expect_refusal(self.run_fountain(self.scene, inside), f"{inside}: cannot be created: Not a directory")
+
+    def test_runs_at_once_in_one_folder(self):
+        runs = [subprocess.Popen([fountain, self.scene, self.out], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                                 text=True) for _ in range(6)]
+        for run in runs:
+            self.assertEqual((run.communicate()[1], run.returncode), ("", 0))
+        self.assertEqual(self.verify().returncode, 0)
+        self.expect_no_temporaries()
+
+
+class Progress(Fountain):
+    def on_terminal(self, *words):
+        ours, theirs = pty.openpty()
+        run = subprocess.Popen([fountain, *words], stdout=subprocess.PIPE, stderr=theirs)
+        os.close(theirs)
+        shown = b""
+        try:
+            while block := os.read(ours, 4096):
+                shown += block
+        except OSError:  # the terminal's end
+            pass
+        os.close(ours)
+        run.communicate()
+        self.assertEqual(run.returncode, 0)
+        return shown.decode()
+
+    def test_is_rewritten_in_place_on_a_terminal(self):
+        shown = self.on_terminal(self.scene, self.out) + self.on_terminal("--verify", self.scene, self.frame(1))
+        for work in ("drawing", "simulating", "verifying"):
+            self.assertRegex(shown, rf"\r{work} \d+/\d+, \d+ s left")
+        self.assertNotIn("\n", shown)
+        self.assertRegex(shown, r"\r +\r$")
+
+    def test_is_absent_in_a_pipe(self):
+        self.assertNotIn("\r", self.simulate())  # which also expects an empty standard error stream
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
