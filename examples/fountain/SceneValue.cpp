@@ -7,8 +7,10 @@
 #include <MRCommon/properties/RgdBasicPpty.h>
 
 #include <locale.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
 
-#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -26,14 +28,14 @@ namespace {
 
 [[noreturn]] void refuse(std::string const& why) { throw std::invalid_argument(why); }
 
-/// A text stream whose numbers look the same in every locale.
+/// Returns the stream with the locale in which numbers look the same everywhere.
 template <class Stream> Stream classic(Stream stream) {
     stream.imbue(std::locale::classic());
     return stream;
 }
 
-/// The classic locale for the calls of C, while it lives. The standard library of some platforms has no
-/// std::from_chars for floating point.
+/// Sets the "C" locale of this thread for as long as a scope lasts, which std::strtod depends on. std::from_chars would
+/// not, but some standard libraries lack it for floating point.
 class ClassicLocale {
 public:
     ClassicLocale() : classic_(newlocale(LC_ALL_MASK, "C", nullptr)), previous_(uselocale(classic_)) {}

@@ -36,11 +36,11 @@ Box boxOf(Properties const& scene, std::string const& name) {
     return box;
 }
 
-/// Intentional: one pair of digits that is malformed makes all bytes of an id 0, so a first id of 0 is refused too.
+/// Malformed text becomes the zero identifier, so that one is refused.
 ByteId firstIdOf(Properties const& scene) {
     ByteId const id(valueOf<QN_String>(scene, "firstId"));
     if (id.isZero())
-        throw std::invalid_argument("firstId: 32 hexadecimal digits that are not all 0 are needed");
+        throw std::invalid_argument("firstId: no identifier in hexadecimal digits, or all of them are 0");
     return id;
 }
 

@@ -95,7 +95,7 @@ class Scenes(Fountain):
         for text, message in [("PptyInt particles 1", "the scene lacks the property frames"),
                               (small_scene().replace("PptyInt         frames", "PptyFloat frames"),
                                "frames: the class PptyFloat does not fit this property"),
-                              (small_scene(firstId="no-id"), "firstId: 32 hexadecimal digits that are not all 0 are needed"),
+                              (small_scene(firstId="no-id"), "firstId: no identifier in hexadecimal digits, or all of them are 0"),
                               (small_scene(camera="0.1 0.8 5"), "camera: must be at least 0.1 m above the sea, and as far "
                                                                 "from x, y = 0.1, 0.8"),
                               ("#" * (2 << 20), "larger than a scene may be (1 MiB)")]:
