@@ -156,14 +156,15 @@ TEST(ItemVariant, IsCopiedDeepAndMovedWhole) {
 }
 
 TEST(ItemVariant, LeaksNothingWhenMemoryRunsOut) {
+    auto const all = samples(); // outside, since not every standard library frees a list whose elements fail
     AllocationCounter count;
-    long const failures = failEveryAllocation([] {
-        for (Sample const& sample : samples()) {
+    long const failures = failEveryAllocation([&] {
+        for (Sample const& sample : all) {
             ItemVariant copy(sample.variant);
             copy = sample.variant;
         }
     });
-    EXPECT_GT(failures, 50);
+    EXPECT_GT(failures, 30);
     for (char const* record :
          {"0B000000 02000000 02000000 6100 03000000 626300", "0C000000 02000000 6200 01000000"}) {
         TempFile file(hex(record));
