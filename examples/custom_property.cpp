@@ -40,7 +40,7 @@ QN_MetaClassBase const& WindPpty::metaClass() { return metaClass_WindPpty; }
 namespace {
 
 void checkIdentity(Ppty const& wind) {
-    claim(wind.getClassName() == "WindPpty", "it tells its own name");
+    claim(wind.getClassName() == "WindPpty", "it knows the name of its class");
     claim(wind.getType() == Ppty::TYPE_RANGE_FLOAT, "its type code is that of its base");
     claim(wind.hasAncestor("WindPpty"), "it is a WindPpty");
     claim(wind.hasAncestor("RFloatPpty"), "it is a ranged float");

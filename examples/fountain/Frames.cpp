@@ -80,7 +80,7 @@ std::string FrameRecord::difference(std::string const& path, std::vector<Particl
     if (at < found.size()) return "continues after its last particle";
     std::rewind(file.get());
     read(file.get());
-    return holds(particles) ? "" : "is not reloaded as it was saved";
+    return holds(particles) ? "" : "does not reload to the values that were saved";
 }
 
 bool FrameRecord::holds(std::vector<Particle> const& particles) const {

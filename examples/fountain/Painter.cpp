@@ -11,7 +11,7 @@ namespace {
 constexpr double farAway = 1e9;
 constexpr double viewAngle = 0.62; // height of the picture over distance
 Vector const lookedAt(0.1, 0.8, 2.3);
-Vector const towardsSun(-0.816, 0.571, 0.087);  // low behind the wall
+Vector const towardsSun(-0.816, 0.571, 0.087);  // low, beyond the wall
 Vector const towardsLamp(0.169, -0.845, 0.507); // from the quay near the camera; both of length 1
 
 Vector unit(Vector const& v) { return v * (1 / v.length()); }

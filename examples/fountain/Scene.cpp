@@ -75,7 +75,7 @@ Property propertyOf(std::string_view line, Properties const& earlier) {
     return property;
 }
 
-/// Errors are told without the path, which the caller adds.
+/// The messages of its exceptions lack the path, which the caller of the program adds.
 std::istringstream linesOf(std::string const& path) {
     OpenFile const file = openToRead(path);
     std::string const text = contentOf(file.get(), largestFile + 1);
@@ -91,7 +91,7 @@ Property makeProperty(std::string const& className, std::string const& name) {
     auto* const property = dynamic_cast<quarn::Ppty*>(static_cast<quarn::QN_Class*>(object));
     Property named(property == nullptr ? nullptr : property->cloneWithNewName(name.c_str()));
     if (metaClass != nullptr) metaClass->metaDelete(object);
-    if (named == nullptr) throw std::invalid_argument("there is no property class " + className);
+    if (named == nullptr) throw std::invalid_argument("unknown property class " + className);
     return named;
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How the example host answers what goes wrong: in one line, without a file left over, with exit status 1 or 2.
+"""The example host reports an error in one line, with exit status 1 or 2, and leaves no temporary file.
 Usage: fountain_test.py FOUNTAIN SCENE"""
 import os
 import pathlib
@@ -60,8 +60,8 @@ class Scenes(Fountain):
             self.assertFalse(self.out.exists())
 
     def test_lines_that_are_no_properties(self):
-        self.refuses("PptyFlaot gravity -9.81", "there is no property class PptyFlaot")
-        self.refuses("QN_Class root 1", "there is no property class QN_Class")
+        self.refuses("PptyFlaot gravity -9.81", "unknown property class PptyFlaot")
+        self.refuses("QN_Class root 1", "unknown property class QN_Class")
         self.refuses("PptyFloat", "a property needs a class name, a name and a value")
         self.refuses("PptyInt good 2", "good: given twice")
         self.refuses("PptyFile plugIn /none.so", "the plug-in /none.so cannot be loaded")
@@ -179,7 +179,7 @@ class Verifying(Fountain):
     def test_refuses_a_file_that_is_no_frame(self):
         other = self.out / "frames" / "bay.rec"
         self.expect_refusal(self.run_fountain("--verify", self.scene, other),
-                            f"{other}: is none of the scene's frames, {self.frame(1)} to {self.frame(14)}")
+                            f"{other}: is not one of the scene's frames, {self.frame(1)} to {self.frame(14)}")
 
 
 class Writing(Fountain):

@@ -118,7 +118,7 @@ void checkRoundTrip(std::FILE* file, std::string const& path, Properties const& 
     std::rewind(file);
     if (contentOf(file, std::numeric_limits<std::size_t>::max()) !=
         bytesOf([&](std::FILE* memory) { writeRecords<FileStreamRaw>(memory, loaded); }))
-        throw FileError(path, "is not reloaded as it was saved");
+        throw FileError(path, "does not reload to the values that were saved");
 }
 
 void printTable(Properties const& scene) {
@@ -217,7 +217,7 @@ void simulate(Stage const& stage, std::string const& sceneFile, std::string cons
 void checkIsFrame(std::string const& file, FrameNames const& names, int frames) {
     for (int frame = 1; frame <= frames; ++frame)
         if (fs::path(names.path(frame)).filename() == fs::path(file).filename()) return;
-    throw FileError(file, "is none of the scene's frames, " + names.path(1) + " to " + names.path(frames));
+    throw FileError(file, "is not one of the scene's frames, " + names.path(1) + " to " + names.path(frames));
 }
 
 /// Compares each frame that the scene has with a second run of it. Throws FileError after all faults are printed.
