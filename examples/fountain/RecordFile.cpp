@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -18,6 +19,23 @@ OpenFile createBeside(std::string const& path, std::string& temporary) {
         if (errno != EEXIST) throw FileError(path, "cannot be created: " + systemReason());
     }
 }
+
+/// Delays the signals by which people end programs until a file is renamed or removed, for as long as a scope lasts.
+class SignalsDelayed {
+public:
+    SignalsDelayed() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (int const signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+        sigprocmask(SIG_BLOCK, &signals, &previous_);
+    }
+    ~SignalsDelayed() { sigprocmask(SIG_SETMASK, &previous_, nullptr); }
+    SignalsDelayed(SignalsDelayed const&) = delete;
+    SignalsDelayed& operator=(SignalsDelayed const&) = delete;
+
+private:
+    sigset_t previous_{};
+};
 
 void flush(std::FILE* file, std::string const& path) {
     if (std::ferror(file) != 0 || std::fflush(file) != 0)
@@ -60,6 +78,7 @@ std::string bytesOf(WriteFile const& write) {
 }
 
 long writeWhole(std::string const& path, WriteFile const& write) {
+    SignalsDelayed const delayed;
     std::string temporary;
     OpenFile file = createBeside(path, temporary);
     try {

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """The example host reports an error in one line, with exit status 1 or 2, and leaves no temporary file.
 Usage: fountain_test.py FOUNTAIN SCENE"""
+import contextlib
 import os
 import pathlib
 import pty
-import resource
 import re
+import resource
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -196,6 +198,16 @@ class Writing(Fountain):
         self.assertRegex(done.stderr, r"^fountain: .*\.(rec|png): cannot be written: File too large\n$")
         self.assertEqual(done.returncode, 1)
         self.expect_no_temporaries()
+
+    def test_a_run_that_is_ended_by_a_signal(self):
+        self.scene.write_text(small_scene(particles="20000"))
+        for attempt in range(12):
+            run = subprocess.Popen([fountain, self.scene, self.out], stdout=subprocess.DEVNULL)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                run.wait(0.02 + 0.007 * attempt)
+            run.terminate()
+            self.assertIn(run.wait(), (0, -signal.SIGTERM))
+            self.expect_no_temporaries()
 
     def test_a_folder_that_cannot_be_created(self):
         self.out.write_text("a file")
