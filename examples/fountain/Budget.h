@@ -1,6 +1,6 @@
 // Budget: what a scene will take of memory and disk, compared with what there is before the work starts.
 //     checkMemory(memoryOf(settings, pictureSize));
-//     checkDisk(diskOf(settings, pictureSize), "out", diskLimit);
+//     checkDisk(diskOf(settings, pictureSize), 0, "out", diskLimit);
 #ifndef FOUNTAIN_BUDGET_H
 #define FOUNTAIN_BUDGET_H
 

@@ -94,8 +94,7 @@ bool FrameRecord::holds(std::vector<Particle> const& particles) const {
 }
 
 std::size_t FrameRecord::memoryPerParticle() {
-    constexpr std::size_t allocations =
-        3 * 48; // the name, the payload and its pointer, as the C library rounds them
+    constexpr std::size_t allocations = 3 * 48; // of the name and the value, rounded up
     return sizeof(PptyVector3D) + allocations;
 }
 

@@ -42,7 +42,8 @@ unsigned long long Sheet::memory(long long width) {
 }
 
 unsigned long long Sheet::fileSize(long long width) {
-    constexpr unsigned long long frame = 65536; // of the format, above 1 in 10,000 for the blocks
+    constexpr unsigned long long headers =
+        65536; // rounded up; those of the blocks take less than 1 in 10,000
     unsigned long long const raw = pixelsOf(width) * 3;
-    return raw + raw / 10000 + frame;
+    return raw + raw / 10000 + headers;
 }

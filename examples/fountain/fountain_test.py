@@ -133,6 +133,7 @@ class Scenes(Fountain):
         for words, message in [((), "a scene and an output folder are needed"),
                                (("--verify", "a"), "a scene and one of its frames are needed"),
                                (("--verfy", "a", "b"), "--verfy: unknown option"),
+                               (("a", ""), "a scene and an output folder are needed"),
                                (("a", "b", "c"), "a scene and an output folder are needed")]:
             self.expect_refusal(self.run_fountain(*words), f"{message} (see fountain --help)", 2)
         self.assertIn("usage: fountain", self.run_fountain("--help").stdout)

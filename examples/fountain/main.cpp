@@ -279,7 +279,7 @@ Request requestIn(std::vector<std::string> words) {
         if (request.mode != "--verify" && request.mode != "--records")
             throw WrongUsage(request.mode + ": unknown option");
     }
-    if (words.size() != 2)
+    if (words.size() != 2 || words[0].empty() || words[1].empty())
         throw WrongUsage(request.mode == "--verify" ? "a scene and one of its frames are needed"
                                                     : "a scene and an output folder are needed");
     request.sceneFile = words[0];
