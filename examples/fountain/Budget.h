@@ -16,7 +16,7 @@ ByteCount memoryOf(Settings const& settings, long long sheetWidth);
 /// Returns the bytes on the disk for all frames and the contact sheet.
 ByteCount diskOf(Settings const& settings, long long sheetWidth);
 
-/// Throws std::runtime_error if the process cannot have that much memory: three quarters of what the machine has, or the
+/// Throws std::runtime_error if that is more than the process can have: three quarters of the machine's memory, or the
 /// limit of the process.
 void checkMemory(ByteCount needed);
 

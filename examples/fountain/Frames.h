@@ -1,5 +1,5 @@
 // Frames: one record file per frame, named by the process's FileNameStitcher.
-//   raw records    PptyInt "particles": how many; then for each particle a PptyVector3D, its position, named after its id
+//   raw records    PptyInt "particles": how many; then one PptyVector3D per particle, its position under its id
 //     FrameNames const names("harbour.scene", "out/frames");
 //     FrameRecord record;
 //     record.write(names.path(12), simulation.particles());    // out/frames/harbour_fountain00012.rec

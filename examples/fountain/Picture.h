@@ -24,8 +24,8 @@ public:
     /// Copies another picture to (left, top). Precondition: all of it fits.
     void place(Picture const& other, int left, int top);
 
-    /// Writes 8-bit RGB; light is compressed into the range, not clipped. Throws FileError if the disk does not take the
-    /// file.
+    /// Writes 8-bit RGB; light is compressed into the range, not clipped. Throws FileError if the disk does not take
+    /// the file.
     void savePng(std::string const& path) const;
 
 private:

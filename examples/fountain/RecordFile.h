@@ -35,15 +35,15 @@ std::string contentOf(std::FILE* file, std::size_t most);
 /// Returns what `write` writes, without a file on the disk.
 std::string bytesOf(WriteFile const& write);
 
-/// Creates the file that `write` fills, readable and writable, and returns its size in bytes. The file has its name only
+/// Creates the file that `write` fills, open for reading too, and returns its size in bytes. The file gets its name only
 /// if all bytes are written and `write` does not throw. Throws FileError if the disk does not take them.
 long writeWhole(std::string const& path, WriteFile const& write);
 
 /// Writes all records.
 template <class Stream> void writeRecords(std::FILE* file, Properties const& properties);
 
-/// Reads all records into properties of the same kinds in the same order. Throws FileError if the file contains fewer or
-/// more.
+/// Reads all records into properties of the same kinds in the same order. Throws FileError if the file contains fewer
+/// or more.
 template <class Stream>
 void readRecords(std::FILE* file, std::string const& path, Properties const& properties);
 

@@ -19,7 +19,7 @@ struct NamedBounds {
     Bounds bounds;
 };
 
-// The simulation and the drawing rely on these: sizes fit the memory, steps make progress, and nothing overflows.
+// The simulation and the drawing rely on these: steps advance, tiles have room for a frame number, nothing overflows.
 constexpr NamedBounds boundsByName[] = {
     {"particles", {1, 1e7}},    {"frames", {1, 99999}},
     {"timeStep", {1e-6, 1}},    {"subSteps", {1, 1000}},

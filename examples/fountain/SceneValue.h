@@ -17,7 +17,7 @@ struct Bounds {
 /// Sets value, bounds and table from text. Throws std::invalid_argument, which says what is wrong with the text.
 void setFromText(quarn::Ppty& property, std::string_view text, Bounds const& bounds);
 
-/// Returns the value as a scene file gives it, with the fewest digits that identify it; with its bounds for ranged kinds.
+/// Returns the value with the fewest digits that identify it, and with its bounds for ranged kinds.
 std::string valueText(quarn::Ppty const& property);
 
 /// Returns the library's own text form, toStr(), on one line. It is empty for ranged kinds.

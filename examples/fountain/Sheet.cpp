@@ -29,10 +29,10 @@ Sheet::Sheet(Properties const& scene, Settings const& settings)
       picture_(tileWidth_ * columns, tileHeight_ * rows) {}
 
 void Sheet::look(int frame, std::vector<Particle> const& particles) {
-    if (taken_ == tiles || frame * tiles < (taken_ + 1) * frames_) return;
-    picture_.place(painter_.paint(particles, frame), taken_ % columns * tileWidth_,
-                   taken_ / columns * tileHeight_);
-    ++taken_;
+    if (drawn_ == tiles || frame * tiles < (drawn_ + 1) * frames_) return;
+    picture_.place(painter_.paint(particles, frame), drawn_ % columns * tileWidth_,
+                   drawn_ / columns * tileHeight_);
+    ++drawn_;
 }
 
 unsigned long long Sheet::memory(long long width) {

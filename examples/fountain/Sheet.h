@@ -29,7 +29,7 @@ private:
     Painter painter_;
     int frames_;
     Picture picture_;
-    int taken_ = 0;
+    int drawn_ = 0;
 };
 
 #endif

@@ -51,7 +51,8 @@ class Fountain(unittest.TestCase):
         self.assertEqual((done.stderr, done.returncode), (f"fountain: {message}\n", status))
 
     def expect_no_temporaries(self):
-        self.assertEqual([p for p in self.folder.rglob("*") if p.is_file() and p.suffix not in (".rec", ".raw", ".endian", ".png", ".scene")], [])
+        finished = (".rec", ".raw", ".endian", ".png", ".scene")
+        self.assertEqual([p for p in self.folder.rglob("*") if p.is_file() and p.suffix not in finished], [])
 
 
 class Scenes(Fountain):
@@ -97,9 +98,10 @@ class Scenes(Fountain):
         for text, message in [("PptyInt particles 1", "the scene lacks the property frames"),
                               (small_scene().replace("PptyInt         frames", "PptyFloat frames"),
                                "frames: the class PptyFloat does not fit this property"),
-                              (small_scene(firstId="no-id"), "firstId: no identifier in hexadecimal digits, or all of them are 0"),
-                              (small_scene(camera="0.1 0.8 5"), "camera: must be at least 0.1 m above the sea, and as far "
-                                                                "from x, y = 0.1, 0.8"),
+                              (small_scene(firstId="no-id"),
+                               "firstId: no identifier in hexadecimal digits, or all of them are 0"),
+                              (small_scene(camera="0.1 0.8 5"),
+                               "camera: must be at least 0.1 m above the sea, and as far from x, y = 0.1, 0.8"),
                               ("#" * (2 << 20), "larger than a scene may be (1 MiB)")]:
             with self.subTest(message):
                 self.scene.write_text(text)
@@ -115,7 +117,8 @@ class Scenes(Fountain):
         self.scene.write_text(small_scene(diskLimit="1000  0 1000"))
         self.assertRegex(self.run_fountain(self.scene, self.out).stderr,
                          rf"^fountain: {self.scene}: the scene takes \d+ kB of disk, its diskLimit is 1000 B\n$")
-        self.scene.write_text(small_scene(particles="10000000", frames="99999", diskLimit="1000000000000000 0 1000000000000000"))
+        self.scene.write_text(small_scene(particles="10000000", frames="99999",
+                                          diskLimit="1000000000000000 0 1000000000000000"))
         self.assertRegex(self.run_fountain(self.scene, self.out).stderr,
                          rf"^fountain: {self.scene}: the scene takes \d+ TB of disk, available are \d+ .?B\n$")
         self.assertFalse(self.out.exists())

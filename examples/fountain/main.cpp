@@ -2,8 +2,8 @@
 //     fountain <scene> <folder>             simulates the scene into the folder: records, frames, contact sheet
 //     fountain --verify <scene> <frame>     checks the sequence of a frame file against a new run of the scene
 //     fountain --records <scene> <folder>   only reads the scene and saves it in records of both stream kinds
-// An error is reported in one line on the standard error stream. The exit status is 0 for success, 1 for a failure and 2
-// for wrong usage.
+// An error is reported in one line on the standard error stream. The exit status is 0 for success, 1 for a failure and
+// 2 for wrong usage.
 #include "Budget.h"
 #include "Frames.h"
 #include "LoadedPlugIn.h"
@@ -156,7 +156,7 @@ void showLayouts(PptyEnum const& property) {
     }
 }
 
-void keepRecords(Properties const& scene, std::string const& folder) {
+void saveRecords(Properties const& scene, std::string const& folder) {
     makeFolder(folder);
     std::string const raw = folder + "/scene.raw";
     long const rawBytes = writeWhole(raw, [&](std::FILE* file) {
@@ -195,7 +195,7 @@ void simulate(Stage const& stage, std::string const& sceneFile, std::string cons
     Simulation simulation(settings, accelerationOf(stage));
     Sheet sheet(stage.scene, settings);
     FrameRecord record;
-    keepRecords(stage.scene, folder);
+    saveRecords(stage.scene, folder);
     makeFolder(cache);
     long long bytes = 0;
     {
@@ -251,18 +251,18 @@ void verify(Stage const& stage, std::string const& sceneFile, std::string const&
 /// Runs one mode and unloads the plug-ins. Throws FileError if the registry still has one of their classes after that.
 void run(Request const& request) {
     WorkSpaceVersion const version(currentVersion);
-    std::vector<std::string> borrowed;
+    std::vector<std::string> settingsClasses;
     {
         Stage const stage = readStage(request);
-        for (LoadedPlugIn const& plugIn : stage.plugIns) borrowed.push_back(plugIn.settingsClass());
+        for (LoadedPlugIn const& plugIn : stage.plugIns) settingsClasses.push_back(plugIn.settingsClass());
         if (request.mode == "--verify")
             verify(stage, request.sceneFile, request.target);
         else if (request.mode == "--records")
-            keepRecords(stage.scene, request.target);
+            saveRecords(stage.scene, request.target);
         else
             simulate(stage, request.sceneFile, request.target);
     }
-    for (std::string const& name : borrowed) {
+    for (std::string const& name : settingsClasses) {
         if (QN_MetaClassBase::find(name.c_str()) != nullptr)
             throw FileError(request.sceneFile, "the plug-in of " + name + " stays in memory");
         print("%s is unloaded\n", name.c_str());
