@@ -35,8 +35,8 @@ std::string contentOf(std::FILE* file, std::size_t most);
 /// Returns what `write` writes, without a file on the disk.
 std::string bytesOf(WriteFile const& write);
 
-/// Creates the file that `write` fills, open for reading too, and returns its size in bytes. The file gets its name only
-/// if all bytes are written and `write` does not throw. Throws FileError if the disk does not take them.
+/// Creates the file that `write` fills, open for reading too, and returns its size in bytes. The file gets its name
+/// only if all bytes are written and `write` does not throw. Throws FileError if the disk does not take them.
 long writeWhole(std::string const& path, WriteFile const& write);
 
 /// Writes all records.

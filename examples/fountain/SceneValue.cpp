@@ -78,6 +78,12 @@ template <class T> T wholeNumber(std::string const& word) {
     return value;
 }
 
+/// Returns a bound rounded to the type of the number: 3.15 as a float exceeds 3.15 as a double, but is within the bound.
+template <class T> double boundAs(double bound) {
+    if constexpr (std::is_floating_point_v<T>) return static_cast<double>(static_cast<T>(bound));
+    return bound;
+}
+
 template <class T> T number(std::string const& word, Bounds const& bounds) {
     T value{};
     if constexpr (std::is_floating_point_v<T>)
@@ -85,7 +91,7 @@ template <class T> T number(std::string const& word, Bounds const& bounds) {
     else
         value = wholeNumber<T>(word);
     auto const wide = static_cast<double>(value);
-    if (wide < bounds.lowest || wide > bounds.highest) {
+    if (wide < boundAs<T>(bounds.lowest) || wide > boundAs<T>(bounds.highest)) {
         auto text = classic(std::ostringstream());
         text << word << " is outside " << bounds.lowest << " .. " << bounds.highest;
         refuse(text.str());

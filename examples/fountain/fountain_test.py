@@ -92,6 +92,7 @@ class Scenes(Fountain):
         self.refuses("PptyVector3D nozzle 0 -1e9 0", "nozzle: -1e9 is outside -1000 .. 1000")
         self.refuses("RangeVect3FPpty aSize 1 1 0 0 0 0 9 9 9", "aSize: 0 is outside 0.001 .. 1000")
         self.refuses("PptyEnum drawing None None=0", "drawing: 0 is outside 1 .. 64")
+        self.refuses("PptyFloat tilt 3.1500003", "tilt: 3.1500003 is outside -3.15 .. 3.15")
         self.refuses("PptyFloat other 1e10", "other: 1e10 is outside -1e+09 .. 1e+09")
 
     def test_scenes_that_cannot_be_simulated(self):
@@ -144,6 +145,7 @@ class Scenes(Fountain):
 
 class Verifying(Fountain):
     def test_an_untouched_run_is_equal(self):
+        self.scene.write_text(small_scene(tilt="3.15"))  # the bound itself, which no float represents
         self.assertIn("pictureSize  PptyInt64        320 ", self.simulate())
         done = self.verify()
         self.assertEqual((done.returncode, done.stderr), (0, ""))
