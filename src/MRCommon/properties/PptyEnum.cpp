@@ -16,14 +16,14 @@ namespace {
 
 constexpr int noChoice = -1;
 
-// Made once, so that reading a record makes no string.
-QN_String const workSpace("WorkSpace");
+// Made once, so that reading a record makes no string. Never destroyed: exit handlers may still read records.
+QN_String const& workSpace = *new QN_String("WorkSpace");
 
-/// The last workspace version whose enumerations carry no layout number, and the last layout without a label.
+/// The last workspace version whose enumerations have no layout number, and the last layout without a label.
 constexpr unsigned int lastVersionWithoutLayout = 5087;
 constexpr unsigned int lastLayoutWithoutLabel = 1;
 
-bool recordsCarryALayoutNumber() {
+bool recordsHaveALayoutNumber() {
     ConfigurationHost* const host = ConfigurationMngr::instance().host;
     ConfigurationObject const* const object = host == nullptr ? nullptr : host->getObject(workSpace);
     return object == nullptr || object->getVersion() > lastVersionWithoutLayout;
@@ -52,7 +52,7 @@ QN_String PptyEnum::toStr() const {
     return text;
 }
 
-/// The position of the first whole entry of the table that matches, or noChoice.
+/// Returns the position of the first complete entry that matches, or noChoice.
 template <class Matches> int PptyEnum::findChoice(Matches const& matches) const {
     unsigned int const count = std::min(itemLabels.size(), itemValues.size());
     for (unsigned int i = 0; i < count; ++i)
@@ -80,7 +80,7 @@ bool PptyEnum::setValue(Tuple2<QN_String, int> const& value) { return BasePpty::
 template <class Stream> void PptyEnum::readFromT(Stream& stream) {
     Ppty::readFrom(stream);
     auto& [label, index] = value();
-    if (recordsCarryALayoutNumber() && encoding::readU32(stream) > lastLayoutWithoutLabel) {
+    if (recordsHaveALayoutNumber() && encoding::readU32(stream) > lastLayoutWithoutLabel) {
         encoding::readStr(stream, label);
         index = encoding::readI32(stream);
         readTable(stream);

@@ -2,6 +2,6 @@
 
 namespace quarn {
 
-QN_String const detail::emptyString;
+QN_String const& detail::emptyString = *new QN_String();
 
 } // namespace quarn

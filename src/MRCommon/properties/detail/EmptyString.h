@@ -1,4 +1,4 @@
-// The empty text of whatever was given none, made while the library is loaded: a fresh name or label is a copy.
+// The default of names and labels. A default property copies it.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_EMPTYSTRING_H
 #define MRCOMMON_PROPERTIES_DETAIL_EMPTYSTRING_H
 
@@ -6,7 +6,8 @@
 
 namespace quarn::detail {
 
-extern QN_String const emptyString; ///< one NUL
+/// One NUL. Made when the library is loaded and never destroyed, since exit handlers may still make properties.
+extern QN_String const& emptyString;
 
 } // namespace quarn::detail
 
