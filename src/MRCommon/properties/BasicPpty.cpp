@@ -21,15 +21,6 @@ template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::BasicPpty(Basi
 
 template <class T, unsigned int TypeCode> BasicPpty<T, TypeCode>::~BasicPpty() = default;
 
-template <class T, unsigned int TypeCode> Ppty* BasicPpty<T, TypeCode>::clone() const {
-    return new BasicPpty(*this);
-}
-
-template <class T, unsigned int TypeCode>
-Ppty* BasicPpty<T, TypeCode>::cloneWithNewName(QN_String const& name) const {
-    return this->withName(clone(), name);
-}
-
 template <class T, unsigned int TypeCode> QN_String BasicPpty<T, TypeCode>::toStr() const {
     return detail::textOf(this->value());
 }

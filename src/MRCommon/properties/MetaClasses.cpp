@@ -2,7 +2,9 @@
 
 namespace quarn {
 
-// Registered from top to bottom, taken out from bottom to top.
+// One line a kind makes its meta-class object, for example `metaClass_PptyInt`, and the function that returns
+// it, `QN_MetaClassBase const& PptyInt::metaClass()`. Kinds that are aliases of a template instance need
+// `template <>` in front of the function. The objects are registered in this order and destroyed in reverse.
 #define QN_REGISTER(PREFIX, KIND, SCHEMA)                                                                    \
     template class QN_MetaClass<KIND>;                                                                       \
     QN_MetaClass<KIND> const metaClass_##KIND(#KIND, SCHEMA);                                                \

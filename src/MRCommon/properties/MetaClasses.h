@@ -1,10 +1,10 @@
-// MetaClasses: the objects that stand for the concrete property classes, registered while the library is
-// loaded.
+// MetaClasses: the meta-class objects of the property kinds of this library.
 //     void* object = metaClass_PptyFloat.metaNew();
-// Their names in the registry are those behind the underscore.
+// Each is registered when the library is loaded, under the part of its name after the underscore.
 #ifndef MRCOMMON_PROPERTIES_METACLASSES_H
 #define MRCOMMON_PROPERTIES_METACLASSES_H
 
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/PptyArrayString.h>
 #include <MRCommon/properties/PptyEnum.h>
@@ -15,11 +15,11 @@
 namespace quarn {
 
 #define QN_DECLARE_METACLASS(KIND)                                                                           \
-    extern template class QN_MetaClass<KIND>;                                                                \
+    extern template class MRCOMMON_API QN_MetaClass<KIND>;                                                   \
     extern MRCOMMON_API QN_MetaClass<KIND> const metaClass_##KIND
 
 ///@{
-/// Stands for the class whose name is behind the underscore; there until the process ends.
+/// The meta-class object of the kind whose name follows the underscore. Lives until the process ends.
 QN_DECLARE_METACLASS(PptyInt);
 QN_DECLARE_METACLASS(PptyInt64);
 QN_DECLARE_METACLASS(PptyDouble);

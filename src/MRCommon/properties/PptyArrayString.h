@@ -1,13 +1,18 @@
-// PptyArrayString: a property that holds an ordered list of strings. Its value travels on both stream kinds.
+// PptyArrayString: a property with an ordered list of strings. Both stream kinds store its value.
 //     PptyArrayString p("layers", {"sea", "foam"});
-//     p.toStr().c_str()                 // "[ sea, foam ]"; an empty list gives ""
-//     p.setValue(Array<QN_String>{"spray"});    // the type is spelled: bare braces could mean a variant as well
+//     p.toStr().c_str()                 // "[ sea, foam ]"; "" if the list is empty
+//     p.setValue(Array<QN_String>{"spray"});    // a single string needs the type of the list
 //
-//   record    head, then STRARRAY     01 00 00 00  02 00 00 00  61 00        the list of "a" on a raw stream
+//   record    name, then STRARRAY     01 00 00 00  02 00 00 00  61 00        the list of "a" on a raw stream
 #ifndef MRCOMMON_PROPERTIES_PPTYARRAYSTRING_H
 #define MRCOMMON_PROPERTIES_PPTYARRAYSTRING_H
 
+#include <MRCommon/basic/Array.h>
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/streams/FileStreamEndian.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 namespace quarn {
 
@@ -15,18 +20,17 @@ extern template class BasePpty<Array<QN_String>, Ppty::TYPE_ARRAY_STRING>;
 
 class MRCOMMON_API PptyArrayString : public BasePpty<Array<QN_String>, Ppty::TYPE_ARRAY_STRING> {
 public:
-    QN_CLASS_IDENTITY
+    QN_CLASS_IDENTITY_AS(MRCOMMON_HIDDEN)
 
-    PptyArrayString();                               ///< without a name, with an empty list
+    PptyArrayString();                               ///< an empty name and list
     explicit PptyArrayString(QN_String const& name); ///< an empty list
-    /// Takes a copy of the list.
     explicit PptyArrayString(QN_String const& name, Array<QN_String> const& value);
-    PptyArrayString(PptyArrayString const& other); ///< name and list
+    PptyArrayString(PptyArrayString const& other); ///< copies name and list
     ~PptyArrayString() override;
 
-    Ppty* clone() const override;
-    Ppty* cloneWithNewName(QN_String const& name) const override;
-    QN_String toStr() const override;
+    [[nodiscard]] Ppty* clone() const override;
+    [[nodiscard]] Ppty* cloneWithNewName(QN_String const& name) const override;
+    [[nodiscard]] QN_String toStr() const override;
 
     void readFrom(FileStreamRaw& stream) override;
     void writeTo(FileStreamRaw& stream) const override;

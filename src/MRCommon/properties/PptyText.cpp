@@ -2,6 +2,8 @@
 
 #include <MRCommon/properties/PptyEnum.h>
 
+#include <array>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -24,9 +26,12 @@ void QN_set(QN_String& out, Array<QN_String> const& list) {
 
 void QN_set(QN_String& out, PptyEnum const& property) {
     auto const& [label, index] = *property.getVariantValue().as<Tuple2<QN_String, int>>();
+    // Not std::to_string or std::to_chars: their table of digits is a unique symbol, which pins the library.
+    std::array<char, 12> number{};
+    static_cast<void>(std::snprintf(number.data(), number.size(), "%d", index));
     std::string text = " PptyEnum : ";
     text.append(visible(property.getName())).append("( ").append(visible(label)).append(", ");
-    text.append(std::to_string(index)).append(" )\n");
+    text.append(number.data()).append(" )\n");
     out = text.c_str();
 }
 

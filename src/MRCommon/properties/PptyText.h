@@ -1,12 +1,14 @@
-// PptyText: values as text, for listings and logs.
+// PptyText: values as strings, for listings and logs.
 //     QN_String text;
 //     qn_basicppty::QN_set(text, true);                 // "True"
-// The target's old text is replaced; its buffer is sized exactly. Texts inside stop at their first NUL.
-// Nothing is quoted: an element that holds ", " cannot be told from two.
+// Each function replaces the string, whose buffer is sized exactly. Names, labels and elements end at their
+// first NUL. Nothing is quoted: an element that contains ", " looks like two.
 #ifndef MRCOMMON_PROPERTIES_PPTYTEXT_H
 #define MRCOMMON_PROPERTIES_PPTYTEXT_H
 
+#include <MRCommon/basic/Array.h>
 #include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 
 namespace quarn {
 
@@ -14,13 +16,14 @@ class PptyEnum;
 
 namespace qn_basicppty {
 
-/// "True" or "False".
+/// Sets `out` to "True" or "False".
 MRCOMMON_API void QN_set(QN_String& out, bool const& value);
 
-/// "[ a, b, c ]"; an empty list gives the empty text.
+/// Sets `out` to "[ a, b, c ]", or to "" if the list is empty.
 MRCOMMON_API void QN_set(QN_String& out, Array<QN_String> const& list);
 
-/// " PptyEnum : mode( Fast, 2 )\n": name, label, index; no blank before the parenthesis, as meant.
+/// Sets `out` to name, label and index: " PptyEnum : mode( Fast, 2 )\n". Intentional: no blank precedes the
+/// parenthesis. Tested by PptyEnum.IsDescribedByTextAndRecord.
 MRCOMMON_API void QN_set(QN_String& out, PptyEnum const& property);
 
 } // namespace qn_basicppty

@@ -1,3 +1,5 @@
+// The identity of the root, and of classes that derive from it without QN_CLASS_IDENTITY. The metaClass()
+// functions of the property kinds are in MetaClasses.cpp.
 #include <MRCommon/properties/QN_Class.h>
 
 namespace quarn {

@@ -1,4 +1,4 @@
-// QN_Enum: the definition of an enumeration, opaque here: the host derives from it, the registry deletes it.
+// QN_Enum: the definition of an enumeration. The host derives from it; QN_System_Enum owns and deletes it.
 #ifndef MRCOMMON_PROPERTIES_QN_ENUM_H
 #define MRCOMMON_PROPERTIES_QN_ENUM_H
 

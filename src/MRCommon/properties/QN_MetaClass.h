@@ -1,7 +1,8 @@
-// QN_MetaClass: the object that stands for class T: registers it, makes and deletes its objects.
-//     QN_MetaClass<Wind> const metaClass_Wind("Wind", 1);     // registered while it lives
+// QN_MetaClass: the object that represents class T. It registers T, makes objects of T and deletes them.
+//     QN_MetaClass<Wind> const metaClass_Wind("Wind", 1);     // registered as long as this object lives
 //     void* object = metaClass_Wind.metaNew();
-// T derives from QN_Class and has a default constructor.
+// T derives from QN_Class and has a default constructor. The template is not exported: the instance for a
+// plug-in's class is private to that plug-in, and MetaClasses.h exports those for the library's kinds.
 #ifndef MRCOMMON_PROPERTIES_QN_METACLASS_H
 #define MRCOMMON_PROPERTIES_QN_METACLASS_H
 
@@ -13,7 +14,7 @@
 
 namespace quarn {
 
-template <class T> class MRCOMMON_API QN_MetaClass : public QN_MetaClassBase {
+template <class T> class QN_MetaClass : public QN_MetaClassBase {
 public:
     /// Registers T under this name; `schema` is the version of its record.
     QN_MetaClass(char const* name, unsigned int const& schema) : QN_MetaClassBase(name, schema) {}
@@ -21,18 +22,18 @@ public:
 
     unsigned long getClassSizeOf() const override { return sizeof(T); }
 
-    /// A new T, owned by the caller. What its constructor throws passes on; nothing is left behind.
-    void* metaNew() const override { return new T(); }
+    /// Returns a new T, owned by the caller. Passes on what its constructor throws, without a leak.
+    [[nodiscard]] void* metaNew() const override { return new T(); }
 
-    /// Nulls the caller's pointer, then deletes the T behind it through its virtual destructor. Null:
-    /// nothing.
+    /// Sets the caller's pointer to null, then deletes the T through its virtual destructor. Does nothing if
+    /// the pointer is null.
     void metaDelete(void*& object) const override { delete static_cast<T*>(std::exchange(object, nullptr)); }
 
     UpcastProbe upcastProbe() const override { return {&throwNull, &catches}; }
 
 private:
     static void throwNull() {
-        static_assert(std::is_base_of_v<QN_Class, T>, "only what derives from QN_Class has an identity");
+        static_assert(std::is_base_of_v<QN_Class, T>, "only classes derived from QN_Class have an identity");
         throw static_cast<T const*>(nullptr);
     }
 
@@ -41,7 +42,7 @@ private:
             throwsNull();
         } catch (T const*) {
             return true;
-        } catch (...) { // another class's pointer: no ancestor of it
+        } catch (...) { // a pointer to a class that does not descend from T
         }
         return false;
     }

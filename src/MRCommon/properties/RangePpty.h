@@ -1,26 +1,30 @@
-// RangePpty: a property's value with inclusive bounds, which the concrete ranged kinds test it against.
-//     ranged.setMax(10);                // the value is not moved, the minimum not compared
+// RangePpty: a property with inclusive bounds, which the typed setters of the concrete ranged kinds test.
+//     ranged.setMax(10);                // the value does not change, the minimum is not compared
 //     ranged.getMax()                   // 10
 //
-//   raw record    head, then value, maximum, minimum; on a FileStreamEndian the head alone
+//   raw record    name, then value, maximum, minimum; on a FileStreamEndian just the name
 //
-// Values pass by the bounds, as meant, through setValue(ItemVariant), getRefToValue(), construction and
-// reading. The ranged kinds have no text of their own: toStr() is empty, as meant.
+// Intentional: setValue(ItemVariant), getRefToValue(), construction and reading do not test the bounds, and
+// toStr() returns "". Tested by RgdBasicPptyKind.TestsItsBoundsInTheTypedSetterOnly.
 #ifndef MRCOMMON_PROPERTIES_RANGEPPTY_H
 #define MRCOMMON_PROPERTIES_RANGEPPTY_H
 
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
 
 namespace quarn {
 
 template <class T, unsigned int TypeCode> class MRCOMMON_API RangePpty : public BasePpty<T, TypeCode> {
 public:
-    QN_String toStr() const override; ///< empty, as meant
+    ~RangePpty() override;
+
+    [[nodiscard]] QN_String toStr() const override; ///< intentionally ""
 
     using Ppty::readFrom;
     using Ppty::writeTo;
     ///@{
-    /// Value, maximum, minimum behind the head; nothing is tested.
+    /// Reads or writes value, maximum and minimum after the name, without a test.
     void readFrom(FileStreamRaw& stream) override;
     void writeTo(FileStreamRaw& stream) const override;
     ///@}
@@ -31,13 +35,12 @@ public:
     virtual void setMin(T const& minimum); ///< slot 23
 
 protected:
-    RangePpty(QN_String const& name, T const& minimum, T const& maximum); ///< with a fresh value
-    RangePpty(QN_String const& name, T const& value, T const& minimum, T const& maximum); ///< stored untested
-    RangePpty(RangePpty const& other); ///< takes the bounds as `other` answers them
-    ~RangePpty() override;
+    RangePpty(QN_String const& name, T const& minimum, T const& maximum); ///< with the default value
+    RangePpty(QN_String const& name, T const& value, T const& minimum, T const& maximum); ///< tests nothing
+    RangePpty(RangePpty const& other); ///< the bounds are those that other's getMax() and getMin() return
 
-    T maximum_; ///< in front of the minimum, as in the record
-    T minimum_; ///< may exceed the maximum: then nothing fits
+    T maximum_; ///< precedes the minimum, as in the record
+    T minimum_; ///< may exceed the maximum: then no value fits
 };
 
 } // namespace quarn

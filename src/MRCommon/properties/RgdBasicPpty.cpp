@@ -27,15 +27,6 @@ RgdBasicPpty<T, TypeCode>::RgdBasicPpty(RgdBasicPpty const& other) = default;
 
 template <class T, unsigned int TypeCode> RgdBasicPpty<T, TypeCode>::~RgdBasicPpty() = default;
 
-template <class T, unsigned int TypeCode> Ppty* RgdBasicPpty<T, TypeCode>::clone() const {
-    return new RgdBasicPpty(*this);
-}
-
-template <class T, unsigned int TypeCode>
-Ppty* RgdBasicPpty<T, TypeCode>::cloneWithNewName(QN_String const& name) const {
-    return this->withName(clone(), name);
-}
-
 template <class T, unsigned int TypeCode> bool RgdBasicPpty<T, TypeCode>::setValue(T const& value) {
     return detail::isWithin(value, this->minimum_, this->maximum_) && RangePpty<T, TypeCode>::setValue(value);
 }

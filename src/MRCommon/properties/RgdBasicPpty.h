@@ -1,16 +1,21 @@
-// RgdBasicPpty: a number with inclusive bounds; its typed setter refuses what lies outside them.
+// RgdBasicPpty: a number with inclusive bounds; its typed setter refuses numbers outside them.
 //     RFloatPpty p("opacity", 0.5f, 0.0f, 1.0f);        // name, value, minimum, maximum
 //     p.setValue(1.5f)                                  // false, the value stays 0.5
 //     p.setValue(1.0f)                                  // true
 //
-//   kind           value       fresh bounds
-//   RIntPpty       int         -2147483647 .. 2147483647: symmetric as meant, the smallest int lies outside
+//   kind           value       default bounds
+//   RIntPpty       int         -2147483647 .. 2147483647
 //   RInt64Ppty     long long   -9223372036854775807 .. 9223372036854775807
-//   RFloatPpty     float       minus the largest finite float .. the largest
-//   RDoublePpty    double      minus the largest finite double .. the largest
+//   RFloatPpty     float       the negated largest finite float .. the largest
+//   RDoublePpty    double      the negated largest finite double .. the largest
+//
+// Intentional: the default bounds are symmetric, so the smallest int is outside.
+// Tested by RgdBasicPpty.HasTheWidestSymmetricBoundsByDefault.
 #ifndef MRCOMMON_PROPERTIES_RGDBASICPPTY_H
 #define MRCOMMON_PROPERTIES_RGDBASICPPTY_H
 
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/RangePpty.h>
 
 namespace quarn {
@@ -18,27 +23,25 @@ namespace quarn {
 template <class T, unsigned int TypeCode> class MRCOMMON_API RgdBasicPpty : public RangePpty<T, TypeCode> {
 public:
     QN_CLASS_IDENTITY
+    QN_PPTY_COPIES(RgdBasicPpty)
 
-    RgdBasicPpty(); ///< without a name, 0, with the bounds of the table
+    RgdBasicPpty(); ///< an empty name, 0, the default bounds
     ///@{
-    /// What is given is stored untested, a value outside its bounds included.
+    /// Stores the arguments without a test, even a value outside the bounds.
     explicit RgdBasicPpty(QN_String const& name);
     explicit RgdBasicPpty(QN_String const& name, T const& value);
     explicit RgdBasicPpty(QN_String const& name, T const& value, T const& minimum, T const& maximum);
     ///@}
-    RgdBasicPpty(RgdBasicPpty const& other); ///< with the bounds as `other` answers them
+    RgdBasicPpty(RgdBasicPpty const& other); ///< the bounds are those that `other` returns
     ~RgdBasicPpty() override;
 
-    Ppty* clone() const override;
-    Ppty* cloneWithNewName(QN_String const& name) const override;
-
     using RangePpty<T, TypeCode>::setValue;
-    /// False, the value unchanged, where it lies outside the bounds or is NaN.
+    /// Returns false, leaving the value unchanged, if `value` is NaN or outside the stored bounds.
     bool setValue(T const& value) override;
 };
 
 ///@{
-/// One kind of the table at the top of this header.
+/// A kind of the table at the top of this header.
 using RIntPpty = RgdBasicPpty<int, Ppty::TYPE_RANGE_INT>;
 using RInt64Ppty = RgdBasicPpty<long long, Ppty::TYPE_RANGE_INT64>;
 using RFloatPpty = RgdBasicPpty<float, Ppty::TYPE_RANGE_FLOAT>;

@@ -1,4 +1,4 @@
-// The bodies of BasePpty, for the source files that make its instances.
+// The bodies of BasePpty, for the source files that instantiate it.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_BASEPPTYIMPL_H
 #define MRCOMMON_PROPERTIES_DETAIL_BASEPPTYIMPL_H
 
@@ -12,7 +12,8 @@ namespace quarn {
 
 namespace detail {
 
-/// Takes the bytes of any plain payload, as many as both have: no conversion is meant.
+/// Copies the bytes of a number, bool, vector or colour, as many as both values have. Intentional: nothing is
+/// converted. Tested by BasicPpty.TakesValuesFromVariantsWithoutConversion.
 template <class T> void copyRawBytes(T& target, ItemVariant const& source) {
     visitKind(source.tag(), [&](auto kind) {
         using Source = typename decltype(kind)::Type;
@@ -30,8 +31,7 @@ template <class T> void copyRawBytes(T& target, ItemVariant const& source) {
     });
 }
 
-/// Numbers other than int, bool, vectors and colours take plain bytes; int, strings and lists what the
-/// variant's typed access gives, which fits more than their own tag.
+/// Copies what the variant's typed access returns to ints, strings and lists, and raw bytes to every other type.
 template <class T> void assignFrom(T& target, ItemVariant const& source) {
     if constexpr (isTriviallyCopyable<T> && !std::is_same_v<T, int>)
         copyRawBytes(target, source);

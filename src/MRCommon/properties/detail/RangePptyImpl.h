@@ -1,4 +1,4 @@
-// The bodies of RangePpty, for the source files that make its instances.
+// The bodies of RangePpty, for the source files that instantiate it.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_RANGEPPTYIMPL_H
 #define MRCOMMON_PROPERTIES_DETAIL_RANGEPPTYIMPL_H
 
@@ -10,7 +10,7 @@ namespace quarn {
 
 namespace detail {
 
-/// Both bounds included. Written so that a NaN fails.
+/// Whether the value is within its inclusive bounds; false for a NaN.
 template <class T> bool isWithin(T const& value, T const& minimum, T const& maximum) {
     return value >= minimum && maximum >= value;
 }

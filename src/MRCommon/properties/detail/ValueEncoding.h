@@ -1,4 +1,4 @@
-// How each kind of value lies in a record, for variants and for properties alike, on a raw stream.
+// How each type of value is stored in a record on a raw stream, for both variants and properties.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_VALUEENCODING_H
 #define MRCOMMON_PROPERTIES_DETAIL_VALUEENCODING_H
 
@@ -7,7 +7,7 @@
 
 namespace quarn::detail {
 
-/// Numbers, vectors, colours: their bytes as they lie in memory, in one write.
+/// Writes a number, vector or colour with one call, its bytes as in memory.
 template <class T> void writeValue(FileStreamRaw& stream, T const& value) {
     static_assert(isTriviallyCopyable<T>);
     stream.write(&value, sizeof value);
@@ -29,7 +29,7 @@ inline void writeValue(FileStreamRaw& stream, Tuple2<QN_String, int> const& valu
     encoding::writeI32(stream, value.second);
 }
 
-/// Straight into the value, which keeps what a file that ends early does not deliver.
+/// Reads straight into the value. Bytes that the file does not deliver stay as they were.
 template <class T> void readValue(FileStreamRaw& stream, T& value) {
     static_assert(isTriviallyCopyable<T>);
     stream.read(&value, sizeof value);

@@ -1,4 +1,4 @@
-// The text form of every plain value, as toStr() answers it.
+// The strings that toStr() returns for plain values.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_VALUETEXT_H
 #define MRCOMMON_PROPERTIES_DETAIL_VALUETEXT_H
 
@@ -14,7 +14,7 @@ inline QN_String textOf(int value) {
     return text.format(" %i ", value);
 }
 
-// Meant: the low 32 bits, then the characters 64.
+// Intentional: the low 32 bits, then the characters 64. Tested by BasicPpty.TextOfInt64KeepsItsLowBitsAnd64.
 inline QN_String textOf(long long value) {
     QN_String text;
     return text.format(" %i64 ", static_cast<int>(value));

@@ -1,12 +1,15 @@
-// The value kinds of a variant, listed once: a kind's tag is its place in the list, from 1.
+// The value kinds of a variant, listed once: the tag of a kind is its position in the list, counted from 1.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_VARIANTKINDS_H
 #define MRCOMMON_PROPERTIES_DETAIL_VARIANTKINDS_H
 
+#include <MRCommon/basic/Array.h>
 #include <MRCommon/basic/Color4.h>
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/basic/Tuple.h>
 #include <MRCommon/basic/Vector3.h>
+#include <MRCommon/Export.h>
 
+#include <array>
 #include <type_traits>
 
 namespace quarn::detail {
@@ -17,35 +20,49 @@ template <class... T> struct Kinds {};
 using VariantKinds = Kinds<int, long long, float, double, bool, QN_String, Vector3<float>, Vector3<double>,
                            Color4<float>, Color4<double>, Array<QN_String>, Tuple2<QN_String, int>>;
 
-template <class T, class... All> constexpr unsigned int indexOf(Kinds<All...>) {
-    unsigned int place = 0;
-    bool found = false;
-    ((found = found || std::is_same_v<T, All>, place += found ? 0 : 1), ...);
-    return found ? place + 1 : 0;
+template <class T, class... All> constexpr unsigned int tagIn(Kinds<All...>) {
+    constexpr std::array<bool, sizeof...(All)> isT{std::is_same_v<T, All>...};
+    for (unsigned int i = 0; i < isT.size(); ++i)
+        if (isT[i]) return i + 1;
+    return 0;
 }
 
-/// The tag of T; 0 for a type that no variant holds.
-template <class T> constexpr unsigned int variantTag = indexOf<T>(VariantKinds());
+/// The tag of T; 0 if no variant holds a T.
+template <class T> constexpr unsigned int variantTag = tagIn<T>(VariantKinds());
 
-template <class Visit, class... All> void visitKindIn(Kinds<All...>, unsigned int tag, Visit const& visit) {
-    static_cast<void>(((tag == variantTag<All> && (visit(Kind<All>()), true)) || ...));
+template <class Visit> void visitKindIn(Kinds<>, unsigned int, Visit const&) {}
+
+template <class Visit, class First, class... Rest>
+void visitKindIn(Kinds<First, Rest...>, unsigned int tag, Visit const& visit) {
+    if (tag == variantTag<First>)
+        visit(Kind<First>());
+    else
+        visitKindIn(Kinds<Rest...>(), tag, visit);
 }
 
-/// Calls `visit(Kind<T>())` for the kind with this tag; for other tags nothing.
+/// Calls `visit(Kind<T>())` for the kind with this tag. Does nothing if the tag is 0 or unknown.
 template <class Visit> void visitKind(unsigned int tag, Visit const& visit) {
     visitKindIn(VariantKinds(), tag, visit);
 }
 
-/// Kinds without a buffer of their own: numbers, bool, vectors, colours.
+/// Whether a T has no buffer of its own: numbers, bool, vectors, colours.
 template <class T> constexpr bool isTriviallyCopyable = std::is_trivially_copyable_v<T>;
 
-/// A value as a fresh property has it: 0, false, empty, opaque black; vectors are left unwritten.
-template <class T> T* newDefaultValue() {
+/// Makes a value as a default property holds it: 0, false, empty, opaque black; vectors are uninitialised.
+template <class T> MRCOMMON_HIDDEN T* newDefaultValue() {
     if constexpr (std::is_arithmetic_v<T>)
         return new T();
     else
         return new T;
 }
+
+/// Whether C++ converts a P to bool although it is a pointer.
+template <class P>
+constexpr bool isPointer = std::is_pointer_v<P> || std::is_member_pointer_v<P> || std::is_null_pointer_v<P>;
+
+/// Whether a P points to characters.
+template <class P>
+constexpr bool isCString = std::is_same_v<std::remove_const_t<std::remove_pointer_t<P>>, char>;
 
 } // namespace quarn::detail
 
