@@ -1,7 +1,8 @@
-// The twelve plain kinds and what they share: records on both stream kinds, texts, copies, values from
+// The twelve plain kinds and what they share: records on both stream kinds, strings, copies, values from
 // variants.
 #include <MRCommon/properties/BasicPpty.h>
 
+#include "properties/Records.h"
 #include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TempFile.h"
@@ -10,6 +11,9 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 using namespace quarn;
 
@@ -47,32 +51,29 @@ std::vector<Sample> samples() {
     };
 }
 
-template <class Stream> Bytes recordOf(Ppty const& ppty) {
-    TempFile file;
-    Stream stream(file);
-    ppty.writeTo(stream);
-    return file.bytes();
-}
+template <class Kind, class Value, class = void> struct CanSet : std::false_type {};
+template <class Kind, class Value>
+struct CanSet<Kind, Value, std::void_t<decltype(std::declval<Kind&>().setValue(std::declval<Value>()))>>
+    : std::true_type {};
 
-template <class Stream> void read(Ppty& ppty, Bytes const& record) {
-    TempFile file(record);
-    Stream stream(file);
-    ppty.readFrom(stream);
-    EXPECT_FALSE(stream.failed());
-}
+class Derived : public PptyFloat {
+public:
+    using PptyFloat::PptyFloat;
+    Ppty* clone() const override { return new Derived(*this); }
+    unsigned int getType() const override { return Ppty::getType(); }
+};
 
 } // namespace
 
-TEST(BasicPpty, AnswersItsTypeTagTextAndRecord) {
+TEST(BasicPpty, HasItsTypeTagTextAndRecord) {
     for (Sample const& s : samples()) {
         EXPECT_EQ(s.ppty->getType(), s.type);
         EXPECT_EQ(s.ppty->getVariantValue().tag(), s.tag);
         EXPECT_STREQ(s.ppty->getClassName().c_str(), s.className);
         EXPECT_EQ(s.ppty->getClassSchema(), 1u);
         EXPECT_STREQ(s.ppty->toStr().c_str(), s.text);
-        EXPECT_EQ(recordOf<FileStreamRaw>(*s.ppty), hex(std::string("02000000 6100") + s.value))
-            << s.className;
-        EXPECT_EQ(recordOf<FileStreamEndian>(*s.ppty), hex("00000002 6100")) << "meant: the name alone";
+        EXPECT_EQ(recordOf(*s.ppty), hex(std::string("02000000 6100") + s.value)) << s.className;
+        EXPECT_EQ(recordOf<FileStreamEndian>(*s.ppty), hex("00000002 6100")) << "the name alone";
     }
 }
 
@@ -104,32 +105,37 @@ TEST(BasicPpty, WritesHeadAndValueWithTheStatedCalls) {
 TEST(BasicPpty, ReadsNamesIntoTheirBuffers) {
     PptyInt p("a name of twenty...");
     ASSERT_EQ(p.getName().capacity(), 20u);
-    read<FileStreamRaw>(p, hex("06000000 616263646500 07000000"));
+    EXPECT_TRUE(read(p, hex("06000000 616263646500 07000000")));
     EXPECT_EQ(p.getName().capacity(), 20u);
     EXPECT_EQ(p.getName().size(), 6u);
     EXPECT_EQ(*p.getRefToValue(), 7);
     PptyFloat f("f", 2.5f);
-    read<FileStreamEndian>(f, hex("00000002 6700"));
+    EXPECT_TRUE(read<FileStreamEndian>(f, hex("00000002 6700")));
     EXPECT_STREQ(f.getName().c_str(), "g");
-    EXPECT_EQ(*f.getRefToValue(), 2.5f) << "meant: no value on this stream kind";
+    EXPECT_EQ(*f.getRefToValue(), 2.5f) << "no value on this stream kind";
     PptyBool b;
-    read<FileStreamRaw>(b, hex("01000000 00 07"));
+    EXPECT_TRUE(read(b, hex("01000000 00 07")));
     EXPECT_STREQ(b.toStr().c_str(), "True");
+    EXPECT_TRUE(read(b, hex("01000000 00 00")));
+    EXPECT_STREQ(b.toStr().c_str(), "False");
+    EXPECT_EQ(recordOf(b), hex("01000000 00 00"));
 }
 
 TEST(BasicPpty, KeepsWhatAFileThatEndsEarlyDoesNotDeliver) {
     PptyColor4F cut("c", {0.25f, 0.5f, 0.75f, 1});
-    TempFile file(hex("01000000 00 00000040"));
-    FileStreamRaw stream(file);
-    cut.readFrom(stream);
+    EXPECT_FALSE(read(cut, hex("01000000 00 00000040")));
     EXPECT_EQ(*cut.getRefToValue(), Color4<float>(2, 0.5f, 0.75f, 1));
-    EXPECT_TRUE(stream.failed());
+    for (bool const value : {true, false}) {
+        PptyBool flag("b", value);
+        EXPECT_FALSE(read(flag, hex("01000000 00")));
+        EXPECT_EQ(*flag.getRefToValue(), value);
+    }
 }
 
-TEST(BasicPpty, IsCopiedWholeAndRenamed) {
+TEST(BasicPpty, IsClonedWithItsOwnOrANewName) {
     for (Sample const& s : samples()) {
         Owned const copy(s.ppty->clone()), renamed(s.ppty->cloneWithNewName("b"));
-        EXPECT_EQ(recordOf<FileStreamRaw>(*copy), recordOf<FileStreamRaw>(*s.ppty));
+        EXPECT_EQ(recordOf(*copy), recordOf(*s.ppty));
         EXPECT_EQ(copy->getClassId(), s.ppty->getClassId());
         EXPECT_STREQ(renamed->getName().c_str(), "b");
         EXPECT_STREQ(renamed->toStr().c_str(), s.text);
@@ -138,17 +144,42 @@ TEST(BasicPpty, IsCopiedWholeAndRenamed) {
     }
 }
 
+TEST(BasicPpty, RenamesThroughTheCloneOfADerivedKind) {
+    Owned const renamed(Derived("a", 2).cloneWithNewName("b"));
+    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
+    EXPECT_EQ(renamed->getType(), static_cast<unsigned int>(Ppty::TYPE_NONE))
+        << "the type code of the base class";
+    EXPECT_STREQ(renamed->getName().c_str(), "b");
+}
+
+// A pointer, "False" among them, would be the bool true.
+TEST(BasicPpty, IsNotSetFromPointers) {
+    EXPECT_TRUE((std::is_constructible_v<PptyBool, char const*, bool>));
+    EXPECT_FALSE((std::is_constructible_v<PptyBool, char const*, char const*>));
+    EXPECT_FALSE((std::is_constructible_v<PptyBool, char const*, int*>));
+    EXPECT_TRUE((CanSet<PptyBool, bool>::value && CanSet<PptyBool, ItemVariant>::value));
+    EXPECT_TRUE((CanSet<PptyString, char const(&)[6]>::value));
+    EXPECT_FALSE((CanSet<PptyBool, char const(&)[6]>::value || CanSet<PptyBool, void (&)()>::value));
+    EXPECT_FALSE((CanSet<PptyBool, std::nullptr_t>::value));
+}
+
+TEST(BasicPpty, IsDeletedThroughAnyOfItsBases) {
+    AllocationCounter count;
+    std::unique_ptr<BasePpty<QN_String, Ppty::TYPE_STRING>>(new PptyString("name", "value")).reset();
+    EXPECT_EQ(count.alive(), 0);
+}
+
 TEST(BasicPpty, TakesValuesFromVariantsWithoutConversion) {
     Tuple2<QN_String, int> const pair("label", 20);
     PptyInt i;
     EXPECT_TRUE(i.setValue(ItemVariant(7)) && *i.getRefToValue() == 7);
     EXPECT_TRUE(i.setValue(ItemVariant(pair)) && *i.getRefToValue() == 20);
-    EXPECT_TRUE(i.setValue(ItemVariant(1.5f)) && *i.getRefToValue() == 20) << "no int in it: the value stays";
+    EXPECT_TRUE(i.setValue(ItemVariant(1.5f)) && *i.getRefToValue() == 20) << "not an int: the value stays";
     PptyString s("s", "old");
     EXPECT_TRUE(s.setValue(ItemVariant(5)) && *s.getRefToValue() == "old");
     EXPECT_TRUE(s.setValue(ItemVariant(pair)) && *s.getRefToValue() == "label");
     EXPECT_TRUE(s.setValue(ItemVariant(Array<QN_String>{"x", "y"})));
-    EXPECT_EQ(s.getRefToValue()->size(), 2u) << "meant: the list object taken as a string, size for size";
+    EXPECT_EQ(s.getRefToValue()->size(), 2u) << "the list object taken as a string, size for size";
     PptyFloat f("f", 2.5f);
     EXPECT_TRUE(f.setValue(ItemVariant(0x3FC00000)) && *f.getRefToValue() == 1.5f) << "bytes, not numbers";
     EXPECT_TRUE(f.setValue(ItemVariant("text")) && *f.getRefToValue() == 1.5f);
@@ -160,14 +191,14 @@ TEST(BasicPpty, TakesValuesFromVariantsWithoutConversion) {
     EXPECT_EQ(*c.getRefToValue(), Color4<float>(1, 2, 3, 1)) << "never past the payload's own size";
     PptyBool b;
     EXPECT_TRUE(b.setValue(ItemVariant(512)) && !*b.getRefToValue()) << "the first byte decides";
-    EXPECT_TRUE(b.setValue(ItemVariant(513)) && *b.getRefToValue());
+    EXPECT_TRUE(b.setValue(ItemVariant(514)) && *b.getRefToValue());
     ItemVariant gone(7);
     gone.deleteValue();
     EXPECT_TRUE(i.setValue(gone) && *i.getRefToValue() == 20);
     EXPECT_TRUE(s.setValue(s.getVariantValue()));
 }
 
-TEST(Slots, OfProperties) {
+TEST(Ppty, KeepsItsSlots) {
     using C = QN_Class;
     EXPECT_EQ(slotOf(&C::getClassId), 0u);
     EXPECT_EQ(slotOf(&C::getClassName), 1u);
@@ -189,7 +220,7 @@ TEST(Slots, OfProperties) {
     EXPECT_EQ(slotOf<bool (PptyFloat::*)(float const&)>(&PptyFloat::setValue), 19u);
 }
 
-TEST(Slots, InTheTablesOfTheLibrary) {
+TEST(Ppty, HasItsSlotsInTheTablesOfTheLibrary) {
     PptyFloat p("n", 2.5f);
     EXPECT_EQ(entry<QN_String const* (*)(Ppty*)>(p, 1)(&p), &p.getClassName());
     EXPECT_EQ(entry<ItemVariant const* (*)(Ppty*)>(p, 11)(&p), &p.getVariantValue());

@@ -1,8 +1,9 @@
-// The variant: tags, ownership, typed access, and its record byte by byte.
+// Tags, ownership, typed access, and the record byte by byte.
 #include <MRCommon/properties/ItemVariant.h>
 
 #include <MRCommon/streams/FileStreamEndian.h>
 
+#include "properties/Records.h"
 #include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TempFile.h"
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <type_traits>
+#include <vector>
 
 using namespace quarn;
 
@@ -45,18 +48,7 @@ std::vector<Sample> samples() {
     };
 }
 
-Bytes recordOf(ItemVariant const& variant) {
-    TempFile file;
-    FileStreamRaw stream(file);
-    variant.writeTo(stream);
-    return file.bytes();
-}
-
-void read(ItemVariant& variant, Bytes const& record) {
-    TempFile file(record);
-    FileStreamRaw stream(file);
-    variant.readFrom(stream);
-}
+template <class... Arguments> constexpr bool isMadeFrom = std::is_constructible_v<ItemVariant, Arguments...>;
 
 } // namespace
 
@@ -71,6 +63,18 @@ TEST(ItemVariant, WritesAndReadsEveryKind) {
         ItemVariant const copy(sample.variant);
         EXPECT_EQ(recordOf(copy), record) << sample.tag;
     }
+}
+
+// A pointer would become the bool true; only C strings are meant.
+TEST(ItemVariant, IsNotMadeFromPointers) {
+    struct Struct;
+    EXPECT_TRUE(
+        (isMadeFrom<char const*>)&&(isMadeFrom<char*>)&&(isMadeFrom<char const(&)[4]>)&&(isMadeFrom<bool>));
+    EXPECT_FALSE(isMadeFrom<int*> || isMadeFrom<void const*> || isMadeFrom<int(&)[3]>);
+    EXPECT_FALSE(isMadeFrom<std::nullptr_t> || isMadeFrom<void (&)()> || isMadeFrom<int Struct::*>);
+    EXPECT_FALSE(isMadeFrom<QN_String*> || isMadeFrom<wchar_t const*> || isMadeFrom<unsigned char*>);
+    QN_String changeable("text");
+    EXPECT_EQ(*ItemVariant(changeable.data()).as<QN_String>(), "text");
 }
 
 TEST(ItemVariant, GivesItsValueToTheTypesThatFit) {
@@ -115,15 +119,20 @@ TEST(ItemVariant, CarriesUnknownTagsThrough) {
     EXPECT_EQ(ItemVariant::ItemVariant_Invalid->tag(), 0u);
 }
 
-TEST(ItemVariant, ReadsWhatIsThere) {
-    ItemVariant v;
+TEST(ItemVariant, ReadsWhatTheFileDelivers) {
+    ItemVariant v, no, missing;
     read(v, hex("05000000 07"));
     EXPECT_TRUE(*v.as<bool>());
+    read(no, hex("05000000 00"));
+    EXPECT_FALSE(*no.as<bool>());
+    EXPECT_EQ(recordOf(no), hex("05000000 00"));
+    EXPECT_FALSE(read(missing, hex("05000000")));
+    EXPECT_FALSE(*missing.as<bool>());
     ItemVariant colour;
     read(colour, hex("09000000 0000003F 0000"));
     EXPECT_EQ(colour.as<Color4<float>>()->r, 0.5f);
     EXPECT_EQ(colour.as<Color4<float>>()->b, 0.0f);
-    EXPECT_EQ(colour.as<Color4<float>>()->a, 1.0f) << "not delivered, hence as made";
+    EXPECT_EQ(colour.as<Color4<float>>()->a, 1.0f) << "not delivered: the default";
     ItemVariant cut;
     read(cut, hex("0C000000 02000000 6200"));
     EXPECT_TRUE(*cut.as<Pair>() == Pair("b", 0));
@@ -135,21 +144,24 @@ TEST(ItemVariant, ReadingDoesNotFreeTheOldValue) {
     read(v, hex("01000000 09000000"));
     EXPECT_EQ(*v.as<int>(), 9);
     EXPECT_NE(v.as<int>(), old.get());
-    EXPECT_EQ(*old, 7) << "meant: whoever reads into a variant with a value still has to free it";
+    EXPECT_EQ(*old, 7) << "intentional: the caller frees it";
 }
 
-TEST(ItemVariant, IsCopiedDeepAndMovedWhole) {
+TEST(ItemVariant, CopiesDeepAndMoves) {
     ItemVariant const list(List{"a"});
     ItemVariant copy(list);
     (*copy.as<List>())[0] = "changed";
     EXPECT_STREQ((*list.as<List>())[0].c_str(), "a");
     ItemVariant moved(std::move(copy));
-    EXPECT_EQ(copy.tag(), 0u); // NOLINT(bugprone-use-after-move): the state behind a move is stated
+    EXPECT_EQ(copy.tag(), 0u); // NOLINT(bugprone-use-after-move): the moved-from state is documented
     ItemVariant& same = moved;
     moved = same;
     EXPECT_STREQ((*moved.as<List>())[0].c_str(), "changed");
     moved = ItemVariant(5);
     EXPECT_EQ(*moved.as<int>(), 5);
+    copy = std::move(moved);
+    EXPECT_EQ(*copy.as<int>(), 5);
+    EXPECT_EQ(moved.tag(), 0u); // NOLINT(bugprone-use-after-move): the moved-from state is documented
     QN_String none;
     none.reserve(0, false);
     EXPECT_EQ(ItemVariant(none).as<QN_String>()->data(), nullptr);
@@ -178,7 +190,22 @@ TEST(ItemVariant, LeaksNothingWhenMemoryRunsOut) {
     EXPECT_EQ(count.alive(), 0);
 }
 
-TEST(Slots, OfVariants) {
+TEST(ItemVariant, HasNoValueAfterAReadThatRanOutOfMemory) {
+    for (char const* record :
+         {"06000000 02000000 6200", "0B000000 01000000 02000000 6200", "03000000 0000C03F"}) {
+        ItemVariant v(7);
+        std::unique_ptr<int> const old(v.as<int>());
+        TempFile file(hex(record));
+        FileStreamRaw stream(file);
+        FailingAllocation failing(0);
+        EXPECT_THROW(v.readFrom(stream), std::bad_alloc);
+        ItemVariant const copy(v); // would copy the int as a string
+        EXPECT_NE(copy.tag(), 1u);
+        EXPECT_EQ(recordOf(v), hex("00000000"));
+    }
+}
+
+TEST(ItemVariant, KeepsItsSlots) {
     EXPECT_EQ(slotOf(&ItemVariant::readFrom), 2u);
     EXPECT_EQ(slotOf(&ItemVariant::writeTo), 3u);
     TempFile file;

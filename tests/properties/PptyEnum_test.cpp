@@ -1,10 +1,9 @@
-// The two kinds whose values travel on both stream kinds, their texts, and the registry of enumerations.
-#include <MRCommon/properties/PptyArrayString.h>
+// The property with one choice out of a table: look-up, both layouts of its record.
 #include <MRCommon/properties/PptyEnum.h>
-#include <MRCommon/properties/PptyText.h>
-#include <MRCommon/properties/QN_System_Enum.h>
+#include <MRCommon/properties/QN_MetaClass.h>
 
 #include "examples/WorkSpaceVersion.h"
+#include "properties/Records.h"
 #include "support/Allocations.h"
 #include "support/Slots.h"
 #include "support/TempFile.h"
@@ -20,6 +19,16 @@ namespace {
 
 using Pair = Tuple2<QN_String, int>;
 
+class OwnSchema : public PptyEnum {
+public:
+    QN_CLASS_IDENTITY
+    QN_PPTY_COPIES(OwnSchema)
+    using PptyEnum::PptyEnum;
+};
+
+QN_MetaClass<OwnSchema> const metaClass_OwnSchema("OwnSchema", 9);
+QN_MetaClassBase const& OwnSchema::metaClass() { return metaClass_OwnSchema; }
+
 PptyEnum mode() {
     PptyEnum p("mode", Pair("none", 0));
     p.itemLabels = {"Low", "High"};
@@ -27,65 +36,17 @@ PptyEnum mode() {
     return p;
 }
 
-Bytes rawRecordOf(Ppty const& ppty) {
-    TempFile file;
-    FileStreamRaw stream(file);
-    ppty.writeTo(stream);
-    return file.bytes();
-}
-
 Pair readAs(std::string const& record) {
     PptyEnum p("before", Pair("before", 99));
-    TempFile file(hex(record));
-    FileStreamRaw stream(file);
-    p.readFrom(stream);
+    read(p, hex(record));
     return *p.getRefToValue();
-}
-
-std::string text(Array<QN_String> const& list) {
-    QN_String out("a longer text from before");
-    qn_basicppty::QN_set(out, list);
-    EXPECT_EQ(out.capacity(), out.length() + 1);
-    return out.c_str();
 }
 
 constexpr char const* table = "02000000 04000000 4C6F7700 05000000 4869676800  02000000 0A000000 14000000";
 
 } // namespace
 
-TEST(PptyArrayString, HasTheListsText) {
-    EXPECT_EQ(text({}), "");
-    EXPECT_EQ(text({"a"}), "[ a ]");
-    EXPECT_EQ(text({"a", "b", "c"}), "[ a, b, c ]");
-    EXPECT_EQ(text({"", ""}), "[ ,  ]");
-    EXPECT_STREQ(PptyArrayString("n", {"a", "b"}).toStr().c_str(), "[ a, b ]");
-    QN_String flag("longer");
-    qn_basicppty::QN_set(flag, true);
-    EXPECT_TRUE(flag == "True" && flag.size() == 5);
-}
-
-TEST(PptyArrayString, MakesItsTextWithoutOneOfEachElement) {
-    PptyArrayString p("n");
-    for (int i = 0; i < 50; ++i) p.getRefToValue()->push_back("a text too long to stand in a small buffer");
-    AllocationCounter count;
-    EXPECT_EQ(p.toStr().length(), 50 * 44u + 2);
-    EXPECT_LT(count.made(), 20);
-}
-
-TEST(PptyArrayString, TakesListsOnly) {
-    PptyArrayString p("n", {"a", "b"});
-    EXPECT_EQ(rawRecordOf(PptyArrayString("n", {"a"})), hex("02000000 6E00 01000000 02000000 6100"));
-    EXPECT_TRUE(p.setValue(ItemVariant("text")) && p.getRefToValue()->size() == 2);
-    EXPECT_TRUE(p.setValue(ItemVariant(Array<QN_String>{"c"})) && p.getRefToValue()->size() == 1);
-    EXPECT_TRUE(p.setValue(Array<QN_String>{"d", "e", "f"}));
-    std::unique_ptr<Ppty> const copy(p.cloneWithNewName("m"));
-    p.getRefToValue()->reserve(0, false);
-    EXPECT_STREQ(copy->toStr().c_str(), "[ d, e, f ]");
-    EXPECT_TRUE(copy->getType() == 11 && copy->getVariantValue().tag() == 11);
-    EXPECT_EQ(rawRecordOf(p), hex("02000000 6E00 00000000"));
-}
-
-TEST(PptyEnum, LooksChoicesUp) {
+TEST(PptyEnum, LooksUpChoices) {
     PptyEnum p = mode();
     EXPECT_TRUE(p.setValue(ItemVariant("High")) && *p.getRefToValue() == Pair("High", 20));
     EXPECT_TRUE(p.setValue(ItemVariant(10)) && *p.getRefToValue() == Pair("Low", 10));
@@ -101,7 +62,7 @@ TEST(PptyEnum, LooksChoicesUp) {
     EXPECT_TRUE(p.setValue(Pair("free", 3)) && *p.getRefToValue() == Pair("free", 3));
 }
 
-TEST(PptyEnum, PrefersTheFirstOfEqualsAndWantsWholeEntries) {
+TEST(PptyEnum, TakesTheFirstOfEqualsAndNeedsCompleteEntries) {
     PptyEnum p = mode();
     p.itemLabels = {"A", "B", "A", "lonely"};
     p.itemValues = {1, 1, 3};
@@ -115,8 +76,7 @@ TEST(PptyEnum, PrefersTheFirstOfEqualsAndWantsWholeEntries) {
 TEST(PptyEnum, IsDescribedByTextAndRecord) {
     EXPECT_STREQ(PptyEnum("mode", Pair("Fast", 2)).toStr().c_str(), " PptyEnum : mode( Fast, 2 )\n");
     EXPECT_STREQ(PptyEnum("e").toStr().c_str(), " PptyEnum : e( , -1 )\n");
-    EXPECT_EQ(rawRecordOf(PptyEnum("e")),
-              hex("02000000 6500 02000000 01000000 00 FFFFFFFF 00000000 00000000"));
+    EXPECT_EQ(recordOf(PptyEnum("e")), hex("02000000 6500 02000000 01000000 00 FFFFFFFF 00000000 00000000"));
     EXPECT_TRUE(mode().getType() == 18 && mode().getVariantValue().tag() == 12 &&
                 mode().getClassSchema() == 2);
     std::unique_ptr<Ppty> const copy(mode().cloneWithNewName("m"));
@@ -127,11 +87,11 @@ TEST(PptyEnum, IsDescribedByTextAndRecord) {
     EXPECT_EQ(endian.calls, (std::vector<std::size_t>{5, 5, 4, 5, 8})) << "the values are one block";
 }
 
-TEST(PptyEnum, ReadsTheLayoutThatTheWorkSpaceTells) {
+TEST(PptyEnum, ReadsTheLayoutOfTheWorkSpaceVersion) {
     std::string const head = "02000000 6500 ", labelled = "02000000 02000000 5800 14000000 ", t = table;
     {
         WorkSpaceVersion const version(5088);
-        EXPECT_EQ(readAs(head + labelled + t), Pair("X", 20)) << "as stored, untested";
+        EXPECT_EQ(readAs(head + labelled + t), Pair("X", 20)) << "as stored";
         EXPECT_EQ(readAs(head + "01000000 14000000 " + t), Pair("High", 20));
         EXPECT_EQ(readAs(head + "00000000 0A000000 " + t), Pair("Low", 10));
     }
@@ -143,29 +103,45 @@ TEST(PptyEnum, ReadsTheLayoutThatTheWorkSpaceTells) {
     }
     struct : ConfigurationHost {
         ConfigurationObject* getObject(QN_String const&) override { return nullptr; }
-    } ignorant;
-    ConfigurationMngr::instance().host = &ignorant;
+    } hostWithoutWorkSpace;
+    ConfigurationMngr::instance().host = &hostWithoutWorkSpace;
     EXPECT_EQ(readAs(head + labelled + t), Pair("X", 20));
     ConfigurationMngr::instance().host = nullptr;
     EXPECT_EQ(readAs(head + labelled + t), Pair("X", 20));
 }
 
-TEST(EnumRegistry, DeletesItsDefinitionsInTheOrderOfTheirNames) {
-    static std::string gone;
-    struct Definition : QN_Enum {
-        explicit Definition(char letter_) : letter(letter_) {}
-        ~Definition() override { gone += letter; }
-        char letter;
-    };
+TEST(PptyEnum, WritesTheNewLayoutWhateverVersionAndDerivedSchema) {
+    Bytes const record = hex("02000000 6500 02000000 01000000 00 FFFFFFFF 00000000 00000000");
+    EXPECT_EQ(recordOf(OwnSchema("e")), record);
+    WorkSpaceVersion const version(5087);
+    EXPECT_EQ(recordOf(PptyEnum("e")), record);
+}
+
+TEST(PptyEnum, KeepsItsPairWhenMemoryRunsOut) {
+    PptyEnum p = mode();
+    ItemVariant const high("High");
+    p.getRefToValue()->first.reserve(0, false); // so that the label needs memory
     {
-        QN_System_Enum registry;
-        registry.enums["beta"] = new Definition('b');
-        registry.enums["alpha"] = new Definition('a');
-        registry.enums["none"] = nullptr;
+        FailingAllocation failing(0);
+        EXPECT_THROW(p.setValue(high), std::bad_alloc);
     }
-    EXPECT_EQ(gone, "ab");
-    EXPECT_EQ(&QN_System_Enum::instance(), &QN_System_Enum::instance());
-    EXPECT_TRUE(QN_System_Enum::instance().enums.empty());
+    EXPECT_EQ(p.getRefToValue()->second, 0);
+
+    WorkSpaceVersion const version(5087);
+    TempFile file(hex(std::string("02000000 6500 14000000") + table));
+    FileStreamRaw stream(file);
+    PptyEnum unread("e", Pair("X", 3));
+    FailingAllocation failing(0);
+    EXPECT_THROW(unread.readFrom(stream), std::bad_alloc);
+    EXPECT_EQ(*unread.getRefToValue(), Pair("X", 3)) << "the index follows the table";
+}
+
+TEST(PptyEnum, RenamesThroughTheCloneOfADerivedKind) {
+    struct Derived : PptyEnum {
+        Ppty* clone() const override { return new Derived(*this); }
+    };
+    std::unique_ptr<Ppty> const renamed(Derived().cloneWithNewName("b"));
+    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
 }
 
 TEST(Configuration, IsOneManagerWithoutAHostAtFirst) {
