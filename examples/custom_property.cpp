@@ -1,5 +1,5 @@
-// A property kind of a host's own: the speed of a wind, within bounds, and the bearing that it comes from.
-// docs/properties.md walks through it. Exits with 1 when a claim does not hold.
+// A property kind that a host adds: the speed of a wind, with bounds, and the bearing that it comes from.
+// docs/properties.md walks through it. Exits with 1 if a claim does not hold.
 #include <MRCommon/MRCommon.h>
 
 #include "claim.h"
@@ -12,14 +12,12 @@ using namespace quarn;
 class WindPpty : public RFloatPpty {
 public:
     QN_CLASS_IDENTITY
+    QN_PPTY_COPIES(WindPpty)
 
     WindPpty() : WindPpty("") {}
     explicit WindPpty(QN_String const& name, float speed = 0) : RFloatPpty(name, speed, 0, 60) {}
 
-    Ppty* clone() const override { return new WindPpty(*this); }
-    Ppty* cloneWithNewName(QN_String const& name) const override { return withName(clone(), name); }
-
-    using RFloatPpty::readFrom; // the FileStreamEndian forms: the name alone, as of every ranged kind
+    using RFloatPpty::readFrom; // the FileStreamEndian forms, which store just the name
     using RFloatPpty::writeTo;
     void readFrom(FileStreamRaw& stream) override {
         RFloatPpty::readFrom(stream);
@@ -40,12 +38,12 @@ QN_MetaClassBase const& WindPpty::metaClass() { return metaClass_WindPpty; }
 namespace {
 
 void checkIdentity(Ppty const& wind) {
-    claim(wind.getClassName() == "WindPpty", "it knows the name of its class");
+    claim(wind.getClassName() == "WindPpty", "it has its own class name");
     claim(wind.getType() == Ppty::TYPE_RANGE_FLOAT, "its type code is that of its base");
     claim(wind.hasAncestor("WindPpty"), "it is a WindPpty");
     claim(wind.hasAncestor("RFloatPpty"), "it is a ranged float");
     claim(wind.hasAncestor("QN_Class"), "it descends from the root");
-    claim(!wind.hasAncestor("PptyFloat"), "it is no plain float");
+    claim(!wind.hasAncestor("PptyFloat"), "it is not a plain float");
 }
 
 void checkCopies(WindPpty const& wind) {
@@ -60,7 +58,7 @@ void checkCopies(WindPpty const& wind) {
 int main() {
     WindPpty storm("storm", 25);
     storm.bearing = 270;
-    claim(storm.setValue(40.0f), "40 lies within its bounds");
+    claim(storm.setValue(40.0f), "40 is within its bounds");
     claim(!storm.setValue(90.0f), "90 does not");
     checkCopies(storm);
 
@@ -76,12 +74,12 @@ int main() {
     storm.writeTo(stream);
     std::rewind(file);
     loaded.readFrom(stream);
-    claim(!stream.failed(), "its record was read whole");
+    claim(!stream.failed(), "its record was read completely");
     auto const& wind = static_cast<WindPpty const&>(loaded);
     claim(*loaded.getVariantValue().as<float>() == 40.0f, "its speed came back");
     claim(wind.bearing == 270, "its bearing came back");
     std::fclose(file);
 
     found->metaDelete(object);
-    claim(object == nullptr, "it is gone");
+    claim(object == nullptr, "the object is deleted and the pointer null");
 }

@@ -1,4 +1,4 @@
-// The access to its value that every kind of property has.
+// The access to the value that every kind of property has.
 #include <MRCommon/properties/BasePpty.h>
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
@@ -15,9 +15,9 @@ int main() {
     quarn::PptyFloat plain("speed", 3);
     quarn::RFloatPpty ranged("opacity", 0.75f, 0, 1);
     claim(doubled(plain) == 6, "the plain value is doubled");
-    claim(doubled(ranged) == 0.75f, "the ranged one refuses 1.5 and stays");
+    claim(doubled(ranged) == 0.75f, "the ranged one refuses 1.5");
 
     *ranged.getRefToValue() = 1.5f;
-    claim(*ranged.getVariantValue().as<float>() == 1.5f, "writing through the reference tests nothing");
-    claim(plain.getVariantValue().tag() == ranged.getVariantValue().tag(), "both carry the tag of a float");
+    claim(*ranged.getVariantValue().as<float>() == 1.5f, "writing through the pointer tests no bound");
+    claim(plain.getVariantValue().tag() == ranged.getVariantValue().tag(), "both have the tag of a float");
 }

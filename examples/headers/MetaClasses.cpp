@@ -10,10 +10,10 @@ int main() {
     auto& gravity = *static_cast<PptyFloat*>(object);
     gravity.setValue(-9.81f);
     claim(gravity.getClassName() == "PptyFloat", "it made a PptyFloat");
-    claim(metaClass_PptyFloat.getClassSizeOf() == sizeof(PptyFloat), "it knows the size");
+    claim(metaClass_PptyFloat.getClassSizeOf() == sizeof(PptyFloat), "it knows the size of its objects");
     claim(metaClass_PptyFloat.hasAncestor("QN_Class"), "it knows the ancestors");
 
     metaClass_PptyFloat.metaDelete(object);
-    claim(object == nullptr, "it took it back");
-    claim(metaClass_PptyEnum.classSchema() == 2, "the record of enumerations is in its second version");
+    claim(object == nullptr, "the object is deleted and the pointer null");
+    claim(metaClass_PptyEnum.classSchema() == 2, "the record of enumerations has version 2");
 }

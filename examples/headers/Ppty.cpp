@@ -26,6 +26,6 @@ int main() {
         claim(loaded->getName() == property->getName() && loaded->toStr() == property->toStr(),
               "saved and loaded");
     }
-    claim(scene[0]->setValue(ItemVariant(61)) && scene[0]->toStr() == " 61 ", "set by a variant");
+    claim(scene[0]->setValue(ItemVariant(61)) && scene[0]->toStr() == " 61 ", "set from a variant");
     std::fclose(file);
 }

@@ -1,4 +1,4 @@
-// A property that holds a list of texts.
+// A property with a list of strings.
 #include <MRCommon/properties/PptyArrayString.h>
 
 #include "claim.h"
@@ -7,9 +7,9 @@ using namespace quarn;
 
 int main() {
     PptyArrayString layers("layers", {"sea", "foam"});
-    claim(layers.toStr() == "[ sea, foam ]", "its text");
+    claim(layers.toStr() == "[ sea, foam ]", "the list as a string");
     layers.getRefToValue()->push_back("sky");
-    claim(layers.getVariantValue().as<Array<QN_String>>()->size() == 3, "the list is there to be changed");
+    claim(layers.getVariantValue().as<Array<QN_String>>()->size() == 3, "the list can be changed");
 
     std::FILE* const file = std::tmpfile();
     claim(file != nullptr, "a temporary file");
@@ -18,6 +18,6 @@ int main() {
     std::rewind(file);
     PptyArrayString loaded;
     loaded.readFrom(stream);
-    claim(loaded.toStr() == "[ sea, foam, sky ]", "lists travel on both stream kinds");
+    claim(loaded.toStr() == "[ sea, foam, sky ]", "both stream kinds store the list");
     std::fclose(file);
 }

@@ -1,4 +1,4 @@
-// Values as text.
+// Values as strings.
 #include <MRCommon/properties/PptyEnum.h>
 #include <MRCommon/properties/PptyText.h>
 
@@ -13,5 +13,6 @@ int main() {
     qn_basicppty::QN_set(text, Array<QN_String>{"a", "b"});
     claim(text == "[ a, b ]", "a list");
     qn_basicppty::QN_set(text, PptyEnum("mode", {"Fast", 2}));
-    claim(text == " PptyEnum : mode( Fast, 2 )\n", "an enumeration; no blank before the parenthesis: meant");
+    claim(text == " PptyEnum : mode( Fast, 2 )\n",
+          "an enumeration; no blank before the parenthesis: intentional");
 }

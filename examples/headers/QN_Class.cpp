@@ -1,4 +1,4 @@
-// What an object is, asked at run time.
+// The class of an object, at run time.
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/QN_Class.h>
 
@@ -12,7 +12,7 @@ int main() {
     claim(object.getClassName() == "PptyFloat" && object.getClassSchema() == 1,
           "class and version of its record");
     claim(object.hasAncestor("PptyFloat") && object.hasAncestor("QN_Class"),
-          "it descends from itself and the root");
+          "it descends from its own class and the root");
     claim(!object.hasAncestor("PptyDouble"), "and from no other kind");
     claim(object.getClassId() == PptyFloat::metaClass().classId(), "the id is that of the class");
     object.printfMeta();

@@ -1,4 +1,4 @@
-// The definition of an enumeration, as a host derives it.
+// The definition of an enumeration, which a host derives.
 #include <MRCommon/properties/QN_Enum.h>
 
 #include "claim.h"
@@ -18,5 +18,5 @@ int main() {
     bool gone = false;
     std::unique_ptr<quarn::QN_Enum> definition(new Quality(gone));
     definition.reset();
-    claim(gone, "whoever holds only the base deletes all of it");
+    claim(gone, "it is deleted through the base");
 }

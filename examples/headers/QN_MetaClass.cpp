@@ -1,4 +1,4 @@
-// A class of a host's own, registered while its meta-class object lives.
+// A class that a host adds, registered while its meta-class object lives.
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/QN_MetaClass.h>
 
@@ -9,8 +9,7 @@ using namespace quarn;
 class AnglePpty : public PptyDouble {
 public:
     QN_CLASS_IDENTITY
-    Ppty* clone() const override { return new AnglePpty(*this); }
-    Ppty* cloneWithNewName(QN_String const& name) const override { return withName(clone(), name); }
+    QN_PPTY_COPIES(AnglePpty)
 };
 
 QN_MetaClass<AnglePpty> const metaClass_AnglePpty("AnglePpty", 1);
@@ -20,6 +19,6 @@ int main() {
     QN_MetaClassBase const* const found = QN_MetaClassBase::find("AnglePpty");
     claim(found == &metaClass_AnglePpty, "the class is found by its name");
     void* object = found->metaNew();
-    claim(static_cast<Ppty*>(object)->hasAncestor("PptyDouble"), "its objects know where they descend from");
+    claim(static_cast<Ppty*>(object)->hasAncestor("PptyDouble"), "its objects know their ancestors");
     found->metaDelete(object);
 }

@@ -10,10 +10,10 @@ template <class T, unsigned int TypeCode> T middle(quarn::RangePpty<T, TypeCode>
 
 int main() {
     quarn::RIntPpty frames("frames", 60, 0, 100);
-    claim(middle(frames) == 50, "bounds are asked for");
+    claim(middle(frames) == 50, "its bounds are at hand");
 
     frames.setMax(50);
-    claim(*frames.getRefToValue() == 60, "a new bound does not move the value");
+    claim(*frames.getRefToValue() == 60, "a new bound does not change the value");
     claim(!frames.setValue(60) && frames.setValue(50), "but the next one must fit");
-    claim(frames.toStr() == "", "ranged kinds have no text: meant");
+    claim(frames.toStr() == "", "ranged kinds have no string: intentional");
 }

@@ -9,8 +9,8 @@ int main() {
     RangeVect3FPpty position("position", {0, 0, 0}, {0, 0, 0}, {1, 1, 1});
     claim(position.setValue({0.5f, 1, 0}), "the bounds themselves fit");
     claim(!position.setValue({0.5f, 2, 0.5f}), "one component outside is enough to refuse");
-    claim(*position.getRefToValue() == Vector3<float>(0.5f, 1, 0), "then all of the value stays");
+    claim(*position.getRefToValue() == Vector3<float>(0.5f, 1, 0), "the value stays as it was");
 
-    RangeVect3DPpty const fresh;
-    claim(fresh.getMax().x > 1e308, "fresh bounds are the widest finite ones");
+    RangeVect3DPpty const byDefault;
+    claim(byDefault.getMax().x > 1e308, "the default bounds are the widest finite ones");
 }

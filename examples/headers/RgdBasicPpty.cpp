@@ -10,12 +10,12 @@ using namespace quarn;
 
 int main() {
     RFloatPpty opacity("opacity", 0.5f, 0, 1);
-    claim(opacity.setValue(1.0f), "a bound belongs to the range");
+    claim(opacity.setValue(1.0f), "the bounds are inclusive");
     claim(!opacity.setValue(1.5f) && *opacity.getRefToValue() == 1,
-          "what lies outside is refused, not clamped");
+          "a value outside is refused, not clamped");
     claim(!opacity.setValue(std::nanf("")), "so is NaN");
 
     opacity.setValue(ItemVariant(1.5f));
-    claim(*opacity.getRefToValue() == 1.5f, "a variant passes by the bounds: meant");
-    claim(!RIntPpty("n").setValue(INT_MIN), "fresh int bounds are symmetric: meant");
+    claim(*opacity.getRefToValue() == 1.5f, "a variant is not tested: intentional");
+    claim(!RIntPpty("n").setValue(INT_MIN), "the default bounds of an int are symmetric: intentional");
 }

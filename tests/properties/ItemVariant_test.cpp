@@ -199,9 +199,8 @@ TEST(ItemVariant, HasNoValueAfterAReadThatRanOutOfMemory) {
         FileStreamRaw stream(file);
         FailingAllocation failing(0);
         EXPECT_THROW(v.readFrom(stream), std::bad_alloc);
-        ItemVariant const copy(v); // would copy the int as a string
-        EXPECT_NE(copy.tag(), 1u);
-        EXPECT_EQ(recordOf(v), hex("00000000"));
+        EXPECT_NE(v.tag(), 1u);
+        EXPECT_TRUE(v.as<QN_String>() == nullptr && v.as<float>() == nullptr) << "the int under another tag";
     }
 }
 
