@@ -37,6 +37,7 @@ public:
 
 /// The same for an exported class: `MRCOMMON_HIDDEN` keeps the six operations out of the symbols of callers.
 /// Not for templates with `extern template`, whose callers use the library's copies.
+// NOLINTBEGIN(bugprone-macro-parentheses): an attribute cannot be put in parentheses
 #define QN_CLASS_IDENTITY_AS(VISIBILITY)                                                                     \
     [[nodiscard]] static ::quarn::QN_MetaClassBase const& metaClass();                                       \
     VISIBILITY unsigned long long const& getClassId() const override { return metaClass().classId(); }       \
@@ -49,5 +50,6 @@ public:
         return metaClass().hasAncestor(name);                                                                \
     }                                                                                                        \
     VISIBILITY void printfMeta() const override { metaClass().printf(); }
+// NOLINTEND(bugprone-macro-parentheses)
 
 #endif
