@@ -19,7 +19,8 @@ namespace quarn {
     extern MRCOMMON_API QN_MetaClass<KIND> const metaClass_##KIND
 
 ///@{
-/// The meta-class object of the kind whose name follows the underscore. Lives until the process ends.
+/// The meta-class object of the kind whose name follows the underscore. It is destroyed at exit, the last one
+/// first: an exit handler that runs later may make and use properties, but not ask them for their class.
 QN_DECLARE_METACLASS(PptyInt);
 QN_DECLARE_METACLASS(PptyInt64);
 QN_DECLARE_METACLASS(PptyDouble);
