@@ -10,22 +10,22 @@ namespace quarn {
 
 namespace {
 
-template <class T> Vector3<T> threeOf(TupleN<4, T> const& limits) {
+template <class T> Vector3<T> firstThree(TupleN<4, T> const& limits) {
     return {limits[0], limits[1], limits[2]};
 }
 
 template <class T> T widestMinimum() {
     if constexpr (std::is_same_v<T, Vector3<float>>)
-        return threeOf(constants::f::MN_MN_MN_MN);
+        return firstThree(constants::f::MN_MN_MN_MN);
     else
-        return threeOf(constants::d::MN_MN_MN_MN);
+        return firstThree(constants::d::MN_MN_MN_MN);
 }
 
 template <class T> T widestMaximum() {
     if constexpr (std::is_same_v<T, Vector3<float>>)
-        return threeOf(constants::f::MX_MX_MX_MX);
+        return firstThree(constants::f::MX_MX_MX_MX);
     else
-        return threeOf(constants::d::MX_MX_MX_MX);
+        return firstThree(constants::d::MX_MX_MX_MX);
 }
 
 } // namespace
