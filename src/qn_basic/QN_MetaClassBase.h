@@ -46,9 +46,13 @@ public:
     virtual void metaDelete(void*& object) const; ///< slot 7: gives it back and nulls it; nothing here
     virtual UpcastProbe upcastProbe() const;      ///< slot 8: the last
 
-    unsigned long long const& classId() const { return id_; }   ///< unique while the object lives
-    QN_String const& className() const { return name_; }        ///< as registered
-    unsigned int const& classSchema() const { return schema_; } ///< the version of the class's record
+    MRCOMMON_HIDDEN unsigned long long const& classId() const {
+        return id_;
+    }                                                                    ///< unique while the object lives
+    MRCOMMON_HIDDEN QN_String const& className() const { return name_; } ///< as registered
+    MRCOMMON_HIDDEN unsigned int const& classSchema() const {
+        return schema_;
+    } ///< the version of the class's record
 
     /// Prints one line, name, id and schema, to the standard output.
     void printf() const;

@@ -14,8 +14,9 @@ namespace quarn {
 
 template <class T, class W = _Wa> class MRCOMMON_API Array : public ArrayCore<T, T, T*, QN_NO, QN_NO, W> {
 public:
-    Array() noexcept = default;
-    Array(std::initializer_list<T> elements); ///< copies, sized exactly
+    MRCOMMON_HIDDEN Array() noexcept = default;
+    MRCOMMON_HIDDEN Array(std::initializer_list<T> elements); ///< copies, sized exactly
+    MRCOMMON_HIDDEN_COPIES(Array)
 };
 
 // ---------------------------------------------------------------------------

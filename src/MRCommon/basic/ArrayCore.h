@@ -25,36 +25,38 @@ struct MRCOMMON_API _Wa {};   ///< policy tag: writable by anyone
 template <class T, class Stored, class Pointer, class LockPolicy, class SharePolicy, class W>
 class MRCOMMON_API ArrayCore {
 public:
-    ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
+    MRCOMMON_HIDDEN ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
     ///@{
     /// A copy is sized exactly. What was moved from holds nothing. When memory runs out a target of plain
     /// elements is left as it was; one of strings may hold some of the new ones.
-    ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
-    ArrayCore(ArrayCore&& other) noexcept { swap(other); }
-    ArrayCore& operator=(ArrayCore const& other);
-    ArrayCore& operator=(ArrayCore&& other) noexcept;
+    MRCOMMON_HIDDEN ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
+    MRCOMMON_HIDDEN ArrayCore(ArrayCore&& other) noexcept { swap(other); }
+    MRCOMMON_HIDDEN ArrayCore& operator=(ArrayCore const& other);
+    MRCOMMON_HIDDEN ArrayCore& operator=(ArrayCore&& other) noexcept;
     ///@}
-    ~ArrayCore() { delete[] data_; }
+    MRCOMMON_HIDDEN ~ArrayCore() { delete[] data_; }
 
-    unsigned int size() const { return size_; }         ///< elements in use
-    unsigned int capacity() const { return capacity_; } ///< elements allocated, all of them constructed
-    bool empty() const { return size_ == 0; }           ///< whether the size is 0
+    MRCOMMON_HIDDEN unsigned int size() const { return size_; } ///< elements in use
+    MRCOMMON_HIDDEN unsigned int capacity() const {
+        return capacity_;
+    }                                                         ///< elements allocated, all of them constructed
+    MRCOMMON_HIDDEN bool empty() const { return size_ == 0; } ///< whether the size is 0
     ///@{
     /// The first element; null when the capacity is 0.
-    Pointer data() { return data_; }
-    T const* data() const { return data_; }
+    MRCOMMON_HIDDEN Pointer data() { return data_; }
+    MRCOMMON_HIDDEN T const* data() const { return data_; }
     ///@}
     ///@{
     /// Element `index`, which is not tested.
-    T& operator[](unsigned int index) { return data_[index]; }
-    T const& operator[](unsigned int index) const { return data_[index]; }
+    MRCOMMON_HIDDEN T& operator[](unsigned int index) { return data_[index]; }
+    MRCOMMON_HIDDEN T const& operator[](unsigned int index) const { return data_[index]; }
     ///@}
     ///@{
     /// For loops over the elements in use.
-    Pointer begin() { return data_; }
-    Pointer end() { return data_ + size_; }
-    T const* begin() const { return data_; }
-    T const* end() const { return data_ + size_; }
+    MRCOMMON_HIDDEN Pointer begin() { return data_; }
+    MRCOMMON_HIDDEN Pointer end() { return data_ + size_; }
+    MRCOMMON_HIDDEN T const* begin() const { return data_; }
+    MRCOMMON_HIDDEN T const* end() const { return data_ + size_; }
     ///@}
 
     /// The one step through which every buffer is allocated: afterwards the capacity is exactly
@@ -62,24 +64,24 @@ public:
     /// to the new capacity even when nothing is carried: callers that do not keep set the size themselves.
     /// The same capacity as before: nothing happens. 0: the buffer is freed, size and capacity are 0.
     /// Memory exhaustion throws std::bad_alloc and leaves everything as it was.
-    void reserve(unsigned int const& newCapacity, bool const& keep);
+    MRCOMMON_HIDDEN void reserve(unsigned int const& newCapacity, bool const& keep);
 
     /// Appends a copy; a full array grows to size + size / 8 + 4. `element` may be one of this array's own.
-    void push_back(T const& element);
+    MRCOMMON_HIDDEN void push_back(T const& element);
 
     /// Room for one more by the rule of `push_back`, and the slot behind the last element as it stands;
     /// `setSize(size() + 1)` takes it in.
-    T& slotForAppend();
+    MRCOMMON_HIDDEN T& slotForAppend();
 
     /// Sets the size, at most the capacity, and touches no element.
-    void setSize(unsigned int newSize) { size_ = newSize; }
+    MRCOMMON_HIDDEN void setSize(unsigned int newSize) { size_ = newSize; }
 
     /// Copies another array of the same elements; the capacity becomes exactly its size, shrinking included.
-    template <class OtherArray> void assign(OtherArray const& other);
+    MRCOMMON_HIDDEN void assign(ArrayCore const& other);
 
 private:
-    void swap(ArrayCore& other) noexcept;
-    bool owns(T const* element) const;
+    MRCOMMON_HIDDEN void swap(ArrayCore& other) noexcept;
+    MRCOMMON_HIDDEN bool owns(T const* element) const;
 
     Pointer data_ = nullptr;
     unsigned int size_ = 0;
@@ -89,7 +91,7 @@ private:
 namespace detail {
 
 /// A count as the containers keep it; what 32 bits cannot hold is reported like exhausted memory.
-inline unsigned int containerSize(std::size_t count) {
+MRCOMMON_HIDDEN inline unsigned int containerSize(std::size_t count) {
     if (count > std::numeric_limits<unsigned int>::max()) throw std::bad_array_new_length();
     return static_cast<unsigned int>(count);
 }
@@ -143,9 +145,8 @@ void ArrayCore<T, S, P, L, H, W>::push_back(T const& element) {
 }
 
 template <class T, class S, class P, class L, class H, class W>
-template <class OtherArray>
-void ArrayCore<T, S, P, L, H, W>::assign(OtherArray const& other) {
-    if (static_cast<void const*>(this) == static_cast<void const*>(&other)) return;
+void ArrayCore<T, S, P, L, H, W>::assign(ArrayCore const& other) {
+    if (this == &other) return;
     reserve(other.size(), false);
     size_ = other.size();
     std::copy(other.begin(), other.end(), data_);

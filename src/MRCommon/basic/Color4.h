@@ -16,13 +16,14 @@ public:
     T r = 0, g = 0, b = 0, a = 1;
     ///@}
 
-    constexpr Color4() = default;
-    constexpr Color4(T r_, T g_, T b_, T a_) : r(r_), g(g_), b(b_), a(a_) {} ///< red, green, blue, opacity
+    MRCOMMON_HIDDEN constexpr Color4() = default;
+    MRCOMMON_HIDDEN constexpr Color4(T r_, T g_, T b_, T a_)
+        : r(r_), g(g_), b(b_), a(a_) {} ///< red, green, blue, opacity
 
-    friend constexpr bool operator==(Color4 const& p, Color4 const& q) {
+    MRCOMMON_HIDDEN friend constexpr bool operator==(Color4 const& p, Color4 const& q) {
         return p.r == q.r && p.g == q.g && p.b == q.b && p.a == q.a;
     }
-    friend constexpr bool operator!=(Color4 const& p, Color4 const& q) { return !(p == q); }
+    MRCOMMON_HIDDEN friend constexpr bool operator!=(Color4 const& p, Color4 const& q) { return !(p == q); }
 };
 
 static_assert(sizeof(Color4<float>) == 16 && sizeof(Color4<double>) == 32);

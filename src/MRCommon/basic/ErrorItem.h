@@ -5,25 +5,25 @@
 
 #include <MRCommon/basic/QN_String.h>
 
-namespace quarn {
+namespace MRCOMMON_HIDDEN quarn {
 
 ///@{
 /// How severe: class flags.
-constexpr unsigned int EICF_TOO_OLD = 1;
-constexpr unsigned int EICF_INFO = 2;
-constexpr unsigned int EICF_WARNING = 4;
-constexpr unsigned int EICF_RECOVERABLE_ERROR = 8;
-constexpr unsigned int EICF_CRITICAL_ERROR = 16;
+inline constexpr unsigned int EICF_TOO_OLD = 1;
+inline constexpr unsigned int EICF_INFO = 2;
+inline constexpr unsigned int EICF_WARNING = 4;
+inline constexpr unsigned int EICF_RECOVERABLE_ERROR = 8;
+inline constexpr unsigned int EICF_CRITICAL_ERROR = 16;
 ///@}
 
 ///@{
 /// Whose list: list flags. Bit 4 belongs to another module of the product and is never set here.
-constexpr unsigned int EILF_TOO_OLD = 1;
-constexpr unsigned int EILF_BASICLIB = 2;
-constexpr unsigned int EILF_MARELLE = 8;
+inline constexpr unsigned int EILF_TOO_OLD = 1;
+inline constexpr unsigned int EILF_BASICLIB = 2;
+inline constexpr unsigned int EILF_MARELLE = 8;
 ///@}
 
-struct MRCOMMON_API ErrorItem {
+struct ErrorItem {
     unsigned int classFlags; ///< a combination of EICF_ flags
     unsigned int listFlags;  ///< a combination of EILF_ flags
     unsigned int code;       ///< 0 in the only item that is made here

@@ -5,7 +5,9 @@
 #ifndef MRCOMMON_BASIC_GRIDCONNECTIONS_H
 #define MRCOMMON_BASIC_GRIDCONNECTIONS_H
 
-namespace quarn {
+#include <MRCommon/Export.h>
+
+namespace MRCOMMON_HIDDEN quarn {
 
 namespace detail::grid {
 
@@ -37,7 +39,7 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
 
 // Each name spells the arguments of the rule that computes its value.
 #define GRID3_CELL(X, Y, Z)                                                                                  \
-    constexpr unsigned int GRID3_CONNECTION_X##X##_Y##Y##_Z##Z =                                             \
+    inline constexpr unsigned int GRID3_CONNECTION_X##X##_Y##Y##_Z##Z =                                      \
         detail::grid::bit(detail::grid::X, detail::grid::Y, detail::grid::Z)
 #define GRID3_ROW(X, Y)                                                                                      \
     GRID3_CELL(X, Y, n);                                                                                     \
@@ -48,11 +50,14 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
     GRID3_ROW(X, o);                                                                                         \
     GRID3_ROW(X, p)
 #define GRID3_SLICES(AXIS, INDEX)                                                                            \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##n = detail::grid::slice(INDEX, detail::grid::n);    \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##o = detail::grid::slice(INDEX, detail::grid::o);    \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##p = detail::grid::slice(INDEX, detail::grid::p)
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##n =                                          \
+        detail::grid::slice(INDEX, detail::grid::n);                                                         \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##o =                                          \
+        detail::grid::slice(INDEX, detail::grid::o);                                                         \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##p =                                          \
+        detail::grid::slice(INDEX, detail::grid::p)
 #define GRID3_CORNER(X, Y, Z)                                                                                \
-    constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER_X##X##_Y##Y##_Z##Z =                             \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER_X##X##_Y##Y##_Z##Z =                      \
         detail::grid::corner(detail::grid::X, detail::grid::Y, detail::grid::Z)
 
 ///@{
@@ -69,7 +74,7 @@ GRID3_SLICES(Y, 1);
 GRID3_SLICES(Z, 2);
 ///@}
 
-constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
+inline constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
     GRID3_CONNECTION_MASK_Xn | GRID3_CONNECTION_MASK_Xo | GRID3_CONNECTION_MASK_Xp;
 
 ///@{
@@ -91,7 +96,7 @@ GRID3_CORNER(p, p, p);
 #undef GRID3_CELL
 
 /// The eight corner masks; index x + 2 y + 4 z with n = 0, p = 1.
-constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER[8] = {
+inline constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER[8] = {
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yn_Zn, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yn_Zn,
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yp_Zn, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yp_Zn,
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yn_Zp, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yn_Zp,

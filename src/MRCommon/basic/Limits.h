@@ -7,10 +7,10 @@
 
 #include <limits>
 
-namespace quarn {
+namespace MRCOMMON_HIDDEN quarn {
 
 /// How many independent uniform variables are added up for one that is nearly Gaussian.
-constexpr double GAUSSIAN_NUM_INDEP_UNIF_VAR_D = 30.0;
+inline constexpr double GAUSSIAN_NUM_INDEP_UNIF_VAR_D = 30.0;
 
 namespace detail {
 
@@ -22,8 +22,8 @@ template <class T> constexpr TupleN<4, T> fourTimes(T value) { return {{value, v
 namespace constants::f {
 ///@{
 /// The largest finite number, and the lowest, four times.
-constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
-constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
+inline constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
+inline constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
 ///@}
 } // namespace constants::f
 
@@ -31,8 +31,8 @@ constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<
 namespace constants::d {
 ///@{
 /// The largest finite number, and the lowest, four times.
-constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
-constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
+inline constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
+inline constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
 ///@}
 } // namespace constants::d
 

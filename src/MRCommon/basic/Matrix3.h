@@ -14,13 +14,15 @@ template <class T> class MRCOMMON_API Matrix3 {
 public:
     ///@{
     /// One element, counted from 0.
-    constexpr T& operator()(int row, int column) { return elements_[3 * row + column]; }
-    constexpr T const& operator()(int row, int column) const { return elements_[3 * row + column]; }
+    MRCOMMON_HIDDEN constexpr T& operator()(int row, int column) { return elements_[3 * row + column]; }
+    MRCOMMON_HIDDEN constexpr T const& operator()(int row, int column) const {
+        return elements_[3 * row + column];
+    }
     ///@}
     ///@{
     /// All 9 components, row by row.
-    constexpr T* data() { return elements_; }
-    constexpr T const* data() const { return elements_; }
+    MRCOMMON_HIDDEN constexpr T* data() { return elements_; }
+    MRCOMMON_HIDDEN constexpr T const* data() const { return elements_; }
     ///@}
 
 private:

@@ -19,42 +19,51 @@ namespace quarn {
 
 class MRCOMMON_API QN_String : public ArrayCore<char, char, char*, QN_NO, QN_NO, _Wa> {
 public:
-    QN_String() { setBytes("", 1); } ///< the empty text: one NUL
+    MRCOMMON_HIDDEN QN_String() { setBytes("", 1); } ///< the empty text: one NUL
     /// A copy; `text` is not null.
-    QN_String(char const* text) { setBytes(text, detail::containerSize(std::strlen(text) + 1)); }
+    MRCOMMON_HIDDEN QN_String(char const* text) {
+        setBytes(text, detail::containerSize(std::strlen(text) + 1));
+    }
+    MRCOMMON_HIDDEN_COPIES(QN_String)
 
     /// The text for C interfaces. An empty one where the bytes hold no terminator: a size of 0, a damaged
     /// record.
-    char const* c_str() const { return length() < size() ? data() : ""; }
+    MRCOMMON_HIDDEN char const* c_str() const { return length() < size() ? data() : ""; }
 
     /// Visible characters: those before the first NUL, never more than the size.
-    unsigned int length() const;
+    MRCOMMON_HIDDEN unsigned int length() const;
 
     /// Prints into the string as printf does and returns the string. A buffer with room for the result is not
     /// reallocated. Arguments may point into the string itself. What cannot be printed gives the empty text;
     /// exhausted memory throws std::bad_alloc.
-    [[gnu::format(printf, 2, 3)]] QN_String& format(char const* format, ...);
+    [[gnu::format(printf, 2, 3)]] MRCOMMON_HIDDEN QN_String& format(char const* format, ...);
 
     /// Splits at every `separator` into `out`, whose slots are used again; returns the number of tokens.
     ///     "a,b" at ','   "a" "b"          ",a" at ','   ""  "a"
     ///     "a,"  at ','   "a" ""           "ab" at ','   "ab"
     /// A NUL as separator gives one token, the whole string; so does a string of size 0 (a token of size 0).
     /// `out` may hold this very string.
-    unsigned int tokenize(char const& separator, Array<QN_String>& out) const;
+    MRCOMMON_HIDDEN unsigned int tokenize(char const& separator, Array<QN_String>& out) const;
 
 private:
-    std::string_view view() const { return {data(), length()}; }
-    void setBytes(char const* bytes, unsigned int count);
-    static void append(Array<QN_String>& out, char const* bytes, unsigned int count);
+    MRCOMMON_HIDDEN std::string_view view() const { return {data(), length()}; }
+    MRCOMMON_HIDDEN void setBytes(char const* bytes, unsigned int count);
+    MRCOMMON_HIDDEN static void append(Array<QN_String>& out, char const* bytes, unsigned int count);
 
     // Compared by bytes, which are unsigned, up to the first NUL of each.
-    friend bool operator==(QN_String const& a, QN_String const& b) { return a.view() == b.view(); }
-    friend bool operator!=(QN_String const& a, QN_String const& b) { return a.view() != b.view(); }
-    friend bool operator==(QN_String const& a, char const* b) {
+    MRCOMMON_HIDDEN friend bool operator==(QN_String const& a, QN_String const& b) {
+        return a.view() == b.view();
+    }
+    MRCOMMON_HIDDEN friend bool operator!=(QN_String const& a, QN_String const& b) {
+        return a.view() != b.view();
+    }
+    MRCOMMON_HIDDEN friend bool operator==(QN_String const& a, char const* b) {
         return a.view() == b;
     } // no string is made of b
-    friend bool operator!=(QN_String const& a, char const* b) { return a.view() != b; }
-    friend bool operator<(QN_String const& a, QN_String const& b) { return a.view() < b.view(); }
+    MRCOMMON_HIDDEN friend bool operator!=(QN_String const& a, char const* b) { return a.view() != b; }
+    MRCOMMON_HIDDEN friend bool operator<(QN_String const& a, QN_String const& b) {
+        return a.view() < b.view();
+    }
 };
 
 static_assert(sizeof(QN_String) == 16, "a buffer pointer and two 32-bit counts, nothing else");

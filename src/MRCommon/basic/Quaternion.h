@@ -28,8 +28,9 @@ public:
     T x, y, z, w;
     ///@}
 
-    Quaternion() = default;                                                      ///< unwritten
-    constexpr Quaternion(T x_, T y_, T z_, T w_) : x(x_), y(y_), z(z_), w(w_) {} ///< unchecked
+    MRCOMMON_HIDDEN Quaternion() = default; ///< unwritten
+    MRCOMMON_HIDDEN constexpr Quaternion(T x_, T y_, T z_, T w_)
+        : x(x_), y(y_), z(z_), w(w_) {} ///< unchecked
 
     /// The three Euler angles, in radians, of a quaternion of any length but 0, in the given axis order.
     /// An order outside 0..5 leaves `angles` unchanged. Defined in libMRCommon, for double.

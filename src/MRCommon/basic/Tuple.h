@@ -17,14 +17,15 @@ public:
     A first{};  ///< element 0
     B second{}; ///< element 1
 
-    Tuple2() = default;
+    MRCOMMON_HIDDEN Tuple2() = default;
     /// Takes the two over.
-    Tuple2(A first_, B second_) : first(std::move(first_)), second(std::move(second_)) {}
+    MRCOMMON_HIDDEN Tuple2(A first_, B second_) : first(std::move(first_)), second(std::move(second_)) {}
+    MRCOMMON_HIDDEN_COPIES(Tuple2)
 
-    friend bool operator==(Tuple2 const& p, Tuple2 const& q) {
+    MRCOMMON_HIDDEN friend bool operator==(Tuple2 const& p, Tuple2 const& q) {
         return p.first == q.first && p.second == q.second;
     }
-    friend bool operator!=(Tuple2 const& p, Tuple2 const& q) { return !(p == q); }
+    MRCOMMON_HIDDEN friend bool operator!=(Tuple2 const& p, Tuple2 const& q) { return !(p == q); }
 };
 
 /// Default construction leaves plain numbers unwritten.
@@ -34,45 +35,48 @@ public:
     B second; ///< element 1
     C third;  ///< element 2
 
-    Tuple3() = default;
+    MRCOMMON_HIDDEN Tuple3() = default;
     /// Takes the three over.
-    constexpr Tuple3(A a, B b, C c) : first(std::move(a)), second(std::move(b)), third(std::move(c)) {}
+    MRCOMMON_HIDDEN constexpr Tuple3(A a, B b, C c)
+        : first(std::move(a)), second(std::move(b)), third(std::move(c)) {}
+    MRCOMMON_HIDDEN_COPIES(Tuple3)
 
     ///@{
     /// Element 0, 1 or 2, where all three are of one type. Another index is a caller's error.
-    constexpr A& operator[](int i) {
+    MRCOMMON_HIDDEN constexpr A& operator[](int i) {
         requireOneType();
         return i == 0 ? first : i == 1 ? second : third;
     }
-    constexpr A const& operator[](int i) const {
+    MRCOMMON_HIDDEN constexpr A const& operator[](int i) const {
         requireOneType();
         return i == 0 ? first : i == 1 ? second : third;
     }
     ///@}
 
 private:
-    static constexpr void requireOneType() {
+    MRCOMMON_HIDDEN static constexpr void requireOneType() {
         static_assert(std::is_same_v<A, B> && std::is_same_v<B, C>,
                       "an index needs three elements of one type");
     }
 };
 
-/// N values of one type. Default construction leaves plain numbers unwritten.
+/// N values of one type. Default construction leaves plain numbers uninitialised. An aggregate cannot hide its
+/// copy operations, which are visible if an element's own are not trivial.
 template <unsigned int N, class T> class MRCOMMON_API TupleN {
 public:
     T elements[N]; ///< public, so that `TupleN<2, int>{{1, 2}}` makes one at compile time
 
     ///@{
     /// Element i, which is not tested.
-    constexpr T& operator[](unsigned int i) { return elements[i]; }
-    constexpr T const& operator[](unsigned int i) const { return elements[i]; }
+    MRCOMMON_HIDDEN constexpr T& operator[](unsigned int i) { return elements[i]; }
+    MRCOMMON_HIDDEN constexpr T const& operator[](unsigned int i) const { return elements[i]; }
     ///@}
     ///@{
     /// The N elements, side by side.
-    constexpr T* data() { return elements; }
-    constexpr T const* data() const { return elements; }
+    MRCOMMON_HIDDEN constexpr T* data() { return elements; }
+    MRCOMMON_HIDDEN constexpr T const* data() const { return elements; }
     ///@}
-    static constexpr unsigned int size() { return N; } ///< N
+    MRCOMMON_HIDDEN static constexpr unsigned int size() { return N; } ///< N
 };
 
 static_assert(sizeof(Tuple3<double, double, double>) == 24 && sizeof(TupleN<16, unsigned char>) == 16);

@@ -18,38 +18,44 @@ public:
     T x, y, z;
     ///@}
 
-    Vector3() = default;
-    constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {} ///< unchecked
+    MRCOMMON_HIDDEN Vector3() = default;
+    MRCOMMON_HIDDEN constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {} ///< unchecked
 
     ///@{
     /// Component 0, 1 or 2. Another index is a caller's error.
-    constexpr T& operator[](int i) { return i == 0 ? x : i == 1 ? y : z; }
-    constexpr T const& operator[](int i) const { return i == 0 ? x : i == 1 ? y : z; }
+    MRCOMMON_HIDDEN constexpr T& operator[](int i) { return i == 0 ? x : i == 1 ? y : z; }
+    MRCOMMON_HIDDEN constexpr T const& operator[](int i) const { return i == 0 ? x : i == 1 ? y : z; }
     ///@}
 
     ///@{
     /// Component by component; a factor scales all three.
-    constexpr Vector3 operator+(Vector3 const& b) const { return {x + b.x, y + b.y, z + b.z}; }
-    constexpr Vector3 operator-(Vector3 const& b) const { return {x - b.x, y - b.y, z - b.z}; }
-    constexpr Vector3 operator-() const { return {-x, -y, -z}; }
-    constexpr Vector3 operator*(T s) const { return {x * s, y * s, z * s}; }
-    constexpr Vector3& operator+=(Vector3 const& b) { return *this = *this + b; }
-    constexpr Vector3& operator-=(Vector3 const& b) { return *this = *this - b; }
-    constexpr Vector3& operator*=(T s) { return *this = *this * s; }
-    friend constexpr Vector3 operator*(T s, Vector3 const& v) { return v * s; }
+    MRCOMMON_HIDDEN constexpr Vector3 operator+(Vector3 const& b) const {
+        return {x + b.x, y + b.y, z + b.z};
+    }
+    MRCOMMON_HIDDEN constexpr Vector3 operator-(Vector3 const& b) const {
+        return {x - b.x, y - b.y, z - b.z};
+    }
+    MRCOMMON_HIDDEN constexpr Vector3 operator-() const { return {-x, -y, -z}; }
+    MRCOMMON_HIDDEN constexpr Vector3 operator*(T s) const { return {x * s, y * s, z * s}; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator+=(Vector3 const& b) { return *this = *this + b; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator-=(Vector3 const& b) { return *this = *this - b; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator*=(T s) { return *this = *this * s; }
+    MRCOMMON_HIDDEN friend constexpr Vector3 operator*(T s, Vector3 const& v) { return v * s; }
     ///@}
 
-    constexpr T dot(Vector3 const& b) const { return x * b.x + y * b.y + z * b.z; } ///< the scalar product
+    MRCOMMON_HIDDEN constexpr T dot(Vector3 const& b) const {
+        return x * b.x + y * b.y + z * b.z;
+    } ///< the scalar product
     /// The vector product: at right angles to both, by the right hand.
-    constexpr Vector3 cross(Vector3 const& b) const {
+    MRCOMMON_HIDDEN constexpr Vector3 cross(Vector3 const& b) const {
         return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x};
     }
-    T length() const { return std::sqrt(dot(*this)); } ///< the Euclidean norm
+    MRCOMMON_HIDDEN T length() const { return std::sqrt(dot(*this)); } ///< the Euclidean norm
 
-    friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) {
+    MRCOMMON_HIDDEN friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) {
         return a.x == b.x && a.y == b.y && a.z == b.z;
     }
-    friend constexpr bool operator!=(Vector3 const& a, Vector3 const& b) { return !(a == b); }
+    MRCOMMON_HIDDEN friend constexpr bool operator!=(Vector3 const& a, Vector3 const& b) { return !(a == b); }
 };
 
 static_assert(sizeof(Vector3<float>) == 12 && sizeof(Vector3<double>) == 24);

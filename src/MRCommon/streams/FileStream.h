@@ -23,11 +23,11 @@ public:
     virtual std::size_t read(void* buffer, std::size_t byteCount);        ///< slot 2
     virtual std::size_t write(void const* buffer, std::size_t byteCount); ///< slot 3
 
-    std::FILE* file() const { return file_; } ///< as it was given; null when there is none
+    MRCOMMON_HIDDEN std::FILE* file() const { return file_; } ///< as it was given; null when there is none
 
     /// True once a transfer of the stream's own came up short, or while its FILE stands at its end or in
     /// error.
-    bool failed() const {
+    MRCOMMON_HIDDEN bool failed() const {
         return shortTransfer_ || (file_ != nullptr && (std::feof(file_) || std::ferror(file_)));
     }
 
@@ -35,7 +35,8 @@ public:
     FileStream& operator=(FileStream const&) = delete;
 
 protected:
-    explicit FileStream(std::FILE* file) : file_(file) {} ///< borrows the FILE, which may be null
+    MRCOMMON_HIDDEN explicit FileStream(std::FILE* file)
+        : file_(file) {} ///< borrows the FILE, which may be null
 
 private:
     std::size_t recordTransfer(std::size_t transferred, std::size_t wanted);

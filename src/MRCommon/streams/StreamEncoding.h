@@ -23,7 +23,7 @@
 namespace quarn {
 
 /// The encodings one by one, for property kinds of a caller's own.
-namespace encoding {
+namespace MRCOMMON_HIDDEN encoding {
 
 ///@{
 /// One integer of 32 bits.
@@ -101,7 +101,7 @@ template <class Stream> void writeStrArray(Stream& stream, Array<QN_String> cons
 
 /// Reads one STRARRAY into an existing list, whose strings serve as buffers, and returns the stream.
 template <class Stream, class = std::enable_if_t<std::is_base_of_v<FileStream, Stream>>>
-Stream& operator>>(Stream& stream, Array<QN_String>& list) {
+MRCOMMON_HIDDEN Stream& operator>>(Stream& stream, Array<QN_String>& list) {
     encoding::resizeForRead(list, encoding::readU32(stream));
     for (QN_String& text : list) encoding::readStr(stream, text);
     return stream;
