@@ -17,7 +17,7 @@ constexpr unsigned int bit(unsigned int x, unsigned int y, unsigned int z) {
     return 1u << (9 * x + 3 * y + z);
 }
 
-/// The nine bits whose offset on `axis` (0, 1, 2 for x, y, z) is `side`.
+/// Returns the nine bits whose offset on `axis` (0, 1, 2 for x, y, z) is `side`.
 constexpr unsigned int slice(unsigned int axis, unsigned int side) {
     unsigned int mask = 0;
     for (unsigned int i = 0; i < 3; ++i)
@@ -26,7 +26,7 @@ constexpr unsigned int slice(unsigned int axis, unsigned int side) {
     return mask;
 }
 
-/// What a cell at this side of a box is still connected to along `axis`: itself and what lies inwards.
+/// Returns what a cell at this side of a box is connected to along `axis`: itself and the cells inwards.
 constexpr unsigned int inward(unsigned int axis, unsigned int side) {
     return slice(axis, o) | slice(axis, side == n ? p : n);
 }
@@ -37,7 +37,7 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
 
 } // namespace detail::grid
 
-// Each name spells the arguments of the rule that computes its value.
+// Each name contains the arguments of the function that computes its value.
 #define GRID3_CELL(X, Y, Z)                                                                                  \
     inline constexpr unsigned int GRID3_CONNECTION_X##X##_Y##Y##_Z##Z =                                      \
         detail::grid::bit(detail::grid::X, detail::grid::Y, detail::grid::Z)
@@ -68,7 +68,7 @@ GRID3_PLANE(p);
 ///@}
 
 ///@{
-/// The nine bits whose offset on one axis is the one that the letter tells.
+/// The nine bits whose offset on one axis is that of the letter.
 GRID3_SLICES(X, 0);
 GRID3_SLICES(Y, 1);
 GRID3_SLICES(Z, 2);
@@ -78,7 +78,7 @@ inline constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
     GRID3_CONNECTION_MASK_Xn | GRID3_CONNECTION_MASK_Xo | GRID3_CONNECTION_MASK_Xp;
 
 ///@{
-/// What the cell in a corner of a box is connected to: itself and the seven cells inwards.
+/// The cells that a cell in a corner of a box is connected to: itself and the seven inwards.
 GRID3_CORNER(n, n, n);
 GRID3_CORNER(p, n, n);
 GRID3_CORNER(n, p, n);

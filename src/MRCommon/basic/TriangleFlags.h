@@ -1,4 +1,4 @@
-// TriangleFlags: what is known of a triangle.
+// TriangleFlags: properties of a triangle, one bit each.
 #ifndef MRCOMMON_BASIC_TRIANGLEFLAGS_H
 #define MRCOMMON_BASIC_TRIANGLEFLAGS_H
 
