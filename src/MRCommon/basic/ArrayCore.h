@@ -121,9 +121,12 @@ template <class T, class S, class P, class L, class H, class W>
 void ArrayCore<T, S, P, L, H, W>::reserve(unsigned int const& newCapacity, bool const& keep) {
     unsigned int const wanted = newCapacity; // the argument may be a field of this very object
     if (wanted == capacity_) return;
-    std::unique_ptr<S[]> replacement(wanted == 0 ? nullptr : new S[wanted]);
+    std::unique_ptr<S[]> replacement;
     unsigned int const kept = std::min(size_, wanted);
-    if (keep) std::move(data_, data_ + kept, replacement.get());
+    if (wanted != 0) {
+        replacement.reset(new S[wanted]);
+        if (keep) std::move(data_, data_ + kept, replacement.get());
+    }
     delete[] std::exchange(data_, replacement.release());
     size_ = kept;
     capacity_ = wanted;

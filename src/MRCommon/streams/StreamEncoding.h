@@ -32,8 +32,9 @@ namespace detail {
 
 /// Zeroes `byteCount` bytes, but writes to no page of a large block that is zero already: memory fresh from the
 /// system is, and is not committed until it is written. So a damaged length commits little more than was read.
-/// Memory checkers that track uninitialised bytes report the comparison; it decides nothing but that.
-MRCOMMON_HIDDEN inline void zeroBytes(void* memory, std::size_t byteCount) noexcept {
+/// Memory checkers that track uninitialised bytes report the comparison, which decides nothing else. A function of its
+/// own, so that their reports name it.
+MRCOMMON_HIDDEN [[gnu::noinline]] inline void zeroBytes(void* memory, std::size_t byteCount) noexcept {
     static constexpr std::array<unsigned char, 4096> zeros{};
     auto* bytes = static_cast<unsigned char*>(memory);
     for (; byteCount > 16 * zeros.size(); bytes += zeros.size(), byteCount -= zeros.size())
