@@ -15,10 +15,10 @@ using MetaClass = QN_MetaClassBase const*;
 
 unsigned long long fnv1a(QN_String const& text) {
     unsigned long long hash = 14695981039346656037ull;
-    std::for_each(text.begin(), text.begin() + text.length(), [&](char c) {
+    for (char const c : text.view()) {
         hash ^= static_cast<unsigned char>(c);
         hash *= 1099511628211ull;
-    });
+    }
     return hash;
 }
 
@@ -42,7 +42,7 @@ public:
         ++changes_;
     }
 
-    /// Counts registrations and removals: answers that are older than the last one may be wrong.
+    /// Counts registrations and removals, each of which may change an answer.
     unsigned long long changes() const { return changes_; }
 
     MetaClass find(unsigned long long id) const {
@@ -51,7 +51,7 @@ public:
         return nullptr;
     }
 
-    /// Returns the oldest class of this name for which `fits` is true; null if there is none.
+    /// Returns the oldest class of this name for which `fits` is true, or null.
     template <class Fits> MetaClass find(QN_String const& name, Fits const& fits) const {
         unsigned long long const nameHash = fnv1a(name);
         for (Entry const& entry : entries_)
@@ -84,7 +84,7 @@ Registry& registry() {
 /// is small, since every thread has one: 16 sets of four, in which the newest answer replaces the oldest.
 class AnswerCache {
 public:
-    /// Returns whether `descendant` descends from `ancestor`, as remembered or else as `ask` answers, which is
+    /// Returns whether `descendant` descends from `ancestor`, as remembered or else as `ask` returns, which is
     /// remembered until a class is registered or removed.
     template <class Ask> bool answer(MetaClass descendant, MetaClass ancestor, Ask const& ask) {
         if (registryChanges_ != registry().changes()) *this = AnswerCache(registry().changes());

@@ -60,7 +60,7 @@ public:
     void printf() const;
 
     ///@{
-    /// Returns the class of this name (the oldest, if there are several) or of this id; null if there is none.
+    /// Returns the class of this name (the oldest, if there are several) or of this id, or null.
     [[nodiscard]] static QN_MetaClassBase const* find(QN_String const& name);
     [[nodiscard]] static QN_MetaClassBase const* find(unsigned long long id);
     ///@}

@@ -3,7 +3,7 @@
 //     WriteUInt(&n, 1, file);           // 00 00 01 02: big-endian on every machine
 //
 // Every function takes a pointer to the first element, a count and a FILE, and returns the number of elements that
-// were transferred completely; the others stay unchanged. A null FILE means the current stream; if none is set,
+// were transferred completely; the others stay unchanged. A null FILE means the current stream; without one,
 // nothing is transferred. The FILE belongs to the caller. The current stream is process-wide and not thread-safe.
 #ifndef QN_FILEIO_QN_FILEIO_H
 #define QN_FILEIO_QN_FILEIO_H

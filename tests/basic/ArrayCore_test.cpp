@@ -145,7 +145,6 @@ TEST(ArrayCore, IsEmptyAndUsableAfterAMove) {
               (Shape{0, 0})); // NOLINT(bugprone-use-after-move): moved-from lists are specified
     EXPECT_EQ(source.data(), nullptr);
     source.push_back("new");
-    source = source; // NOLINT
     Array<QN_String> const taken(std::move(source));
     EXPECT_EQ(joined(taken), "new:4 ");
     EXPECT_TRUE(source.empty() && source.begin() == source.end()); // NOLINT

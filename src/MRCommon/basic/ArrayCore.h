@@ -28,8 +28,8 @@ public:
     MRCOMMON_HIDDEN ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
     ///@{
     /// Copies are sized exactly; a moved-from array has no buffer. If memory runs out while copying, an array of
-    /// plain elements is left as it was. So is a list of strings if its own buffer cannot be allocated; if one
-    /// of its strings cannot, the list has the new size, the strings before that one are copied, and the others
+    /// plain elements is unchanged. So is a list of strings if its buffer cannot be allocated; if a string in it
+    /// cannot be copied, the list has the new size, the strings before that one are copied, and the others
     /// are empty, or the old ones if the capacity did not change.
     MRCOMMON_HIDDEN ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
     MRCOMMON_HIDDEN ArrayCore(ArrayCore&& other) noexcept { swap(other); }
@@ -65,7 +65,7 @@ public:
 
     /// Replaces the buffer by one of exactly `newCapacity` elements; every buffer is allocated here. If `keep`,
     /// the elements are moved into it. Does nothing if the capacity is `newCapacity` already. 0 frees the
-    /// buffer. Throws std::bad_alloc, leaving everything as it was, if memory runs out.
+    /// buffer. Throws std::bad_alloc, changing nothing, if memory runs out.
     /// Intentional: the size is clamped to the new capacity but not reset, even if no element was kept. Callers
     /// that do not keep them set the size. Tested by ArrayCore.ReserveFollowsItsRules.
     MRCOMMON_HIDDEN void reserve(unsigned int const& newCapacity, bool const& keep);

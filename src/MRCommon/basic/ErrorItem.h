@@ -32,7 +32,7 @@ struct ErrorItem {
     QN_String message;       ///< for people
 };
 
-/// Replaces an error that is no longer in the list. Every source file that includes this header has its own copy.
+/// Replaces an error that is no longer in the list. Each source file that includes this header has a copy.
 static ErrorItem const ERROR_TOO_OLD{EICF_TOO_OLD, EILF_TOO_OLD, 0, "Error not in list because too old"};
 
 } // namespace quarn

@@ -61,7 +61,7 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
         detail::grid::corner(detail::grid::X, detail::grid::Y, detail::grid::Z)
 
 ///@{
-/// The bit of one neighbour; the letters tell its offset on each axis.
+/// The bit of one neighbour; the letters are its offsets on the three axes.
 GRID3_PLANE(n);
 GRID3_PLANE(o);
 GRID3_PLANE(p);

@@ -28,7 +28,7 @@ inline constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_
 ///@}
 } // namespace constants::f
 
-/// Double precision, likewise.
+/// Double precision, by the same rule.
 namespace constants::d {
 ///@{
 /// The largest finite number, and the lowest, four times.

@@ -36,11 +36,11 @@ public:
     /// record).
     MRCOMMON_HIDDEN char const* c_str() const noexcept { return length() < size() ? data() : ""; }
 
-    /// Returns the characters before the first NUL, or all of them if there is none. Valid until the string
+    /// Returns the characters before the first NUL, or all of them without a NUL. Valid until the string
     /// changes.
     MRCOMMON_HIDDEN std::string_view view() const noexcept { return {data(), length()}; }
 
-    /// Returns how many characters precede the first NUL; the size if there is none.
+    /// Returns the number of characters before the first NUL; the size without a NUL.
     MRCOMMON_HIDDEN unsigned int length() const noexcept;
 
     /// Prints into the string as printf does and returns the string. A buffer with room for the result is not

@@ -24,7 +24,7 @@ class MRCOMMON_API ConfigurationHost {
 public:
     virtual ~ConfigurationHost(); ///< slots 0 and 1
 
-    /// Returns the object of this name, owned by the host; null if there is none.
+    /// Returns the object of this name, owned by the host; null if the name is unknown.
     virtual ConfigurationObject* getObject(QN_String const& name) = 0; ///< slot 2
 };
 

@@ -14,7 +14,7 @@ public:
     /// is thread-safe; changing its fields is not.
     static ConfigurationMngr& instance();
 
-    virtual ~ConfigurationMngr(); ///< slots 0 and 1: there are no others
+    virtual ~ConfigurationMngr(); ///< slots 0 and 1
 
     ConfigurationMngr(ConfigurationMngr const&) = delete; // a copy would take the host away from the library
     ConfigurationMngr& operator=(ConfigurationMngr const&) = delete;

@@ -20,12 +20,12 @@ public:
 
     ///@{
     /// Transfers up to `byteCount` bytes and returns how many; the rest of the buffer stays unchanged. Transfers
-    /// nothing if there is no FILE.
+    /// nothing without a FILE.
     virtual std::size_t read(void* buffer, std::size_t byteCount);        ///< slot 2
     virtual std::size_t write(void const* buffer, std::size_t byteCount); ///< slot 3
     ///@}
 
-    MRCOMMON_HIDDEN std::FILE* file() const noexcept { return file_; } ///< as given; null if there is none
+    MRCOMMON_HIDDEN std::FILE* file() const noexcept { return file_; } ///< as given, may be null
 
     /// Returns true once a transfer of the stream's own came up short or its last bytes could not be flushed, or
     /// while its FILE is at its end or in error. Bytes that the C library still buffers are not known yet: call

@@ -87,7 +87,7 @@ template <class List>
 constexpr bool isBlock =
     std::is_trivially_copyable_v<std::remove_pointer_t<decltype(std::declval<List&>().data())>>;
 
-/// Writes the elements of a string or of a list of plain values as one block; makes no call if there are none.
+/// Writes the elements of a string or of a list of plain values as one block; makes no call for an empty one.
 template <class Stream, class List> void writeBlock(Stream& stream, List const& list) {
     static_assert(isBlock<List>,
                   "only plain values have their content in the block; write others one by one");
