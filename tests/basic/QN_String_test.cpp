@@ -155,6 +155,7 @@ TEST(QN_String, FormatIsEmptyIfTheArgumentsCannotBePrinted) {
     errno = ENOMEM; // left behind by somebody else
     s.format("%s%lc", "some", static_cast<wint_t>(0x7FFFFFFF));
     EXPECT_EQ(shape(s), (Shape{1, 7}));
+    EXPECT_EQ(s[0], '\0');
     EXPECT_STREQ(s.c_str(), "");
     EXPECT_NO_THROW(s.format("%s", ""));
     EXPECT_EQ(s.size(), 1u);
