@@ -1,16 +1,14 @@
-// Text tools, frame names and identifiers beside the peers that are installed.
+// Text tools and frame names, compared with the peers that are installed.
 #include "Comparison.h"
 
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <MRCommon/frames/FileNameStitcher.h>
-#include <MRCommon/system/ByteId.h>
 #include <MRCommon/text/StringTokenizer.h>
 #include <MRCommon/text/StringTools.h>
 
 #include <numeric>
 
 #ifdef BENCH_ABSEIL
-#include <absl/strings/escaping.h>
 #include <absl/strings/str_cat.h>
 #include <absl/strings/str_format.h>
 #include <absl/strings/str_replace.h>
@@ -19,53 +17,44 @@
 #ifdef BENCH_BOOST
 #include <boost/algorithm/string.hpp>
 #include <boost/format.hpp>
-#include <boost/uuid/string_generator.hpp>
-#include <boost/uuid/uuid.hpp>
-#include <boost/uuid/uuid_io.hpp>
 #endif
 #ifdef BENCH_FMT
 #include <fmt/format.h>
 #include <fmt/printf.h>
 #endif
-#ifdef BENCH_UUID
-#include <uuid/uuid.h>
-#endif
 
-using quarn::ByteId;
 using quarn::QN_String;
 
 namespace quarn {
 
 static std::string shown(QN_String const& text) { return text.c_str(); }
-static std::string shown(ByteId const& id) { return id.toString().c_str(); }
 
 } // namespace quarn
 
 namespace {
 
-/// A megabyte: a hundred thousand tokens of eight characters, or nine, behind one another.
-std::string manyTokens(std::string const& delimiter) {
+/// Returns tokens of eight or nine characters with the delimiter between them.
+std::string tokens(std::size_t count, std::string const& delimiter) {
     std::string text;
-    for (unsigned int i = 0; i < 100000; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         if (i != 0) text += delimiter;
         text += "tok" + std::to_string(10000 + i);
     }
     return text;
 }
 
-std::string const commaText = manyTokens(",");
-std::string const colonText = manyTokens("::");
+constexpr std::size_t MANY = 100000;
+std::string const commaText = tokens(MANY, ",");
+std::string const colonText = tokens(MANY, "::");
 std::string const name = "fluid";
 std::string const ext = "bin";
-constexpr char const* uuidText = "00112233-4455-6677-8899-AABBCCDDEEFF";
-constexpr char const* hexText = "00112233445566778899AABBCCDDEEFF";
 
 [[maybe_unused]] bool isPlain(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
 void format() {
-    Contest c("format", [] { return StringTools::format("%s_%05d.%s", name.c_str(), 12, ext.c_str()); });
+    Comparison c("format", [] { return StringTools::format("%s_%05d.%s", name.c_str(), 12, ext.c_str()); });
 #ifdef BENCH_ABSEIL
     c.against("Abseil", [] { return absl::StrFormat("%s_%05d.%s", name, 12, ext); });
 #endif
@@ -78,19 +67,36 @@ void format() {
 #endif
 }
 
-void replaceAll() {
-    Contest c("replace_all", [] { return StringTools::replace_all(colonText, "::", "; "); });
+/// Ten kilobytes, more than any first buffer.
+void formatLong() {
+    static std::string const text(10000, 'x');
+    Comparison c("format_10kB", [] {
+        QN_String out;
+        out.format("%s_%05d", text.c_str(), 12);
+        return out;
+    });
 #ifdef BENCH_ABSEIL
-    c.against("Abseil", [] { return absl::StrReplaceAll(colonText, {{"::", "; "}}); });
+    c.against("Abseil", [] { return absl::StrFormat("%s_%05d", text, 12); });
+#endif
+#ifdef BENCH_FMT
+    c.against("fmt_printf", [] { return fmt::sprintf("%s_%05d", text, 12); });
+    c.against("fmt", [] { return fmt::format("{}_{:05d}", text, 12); });
+#endif
+}
+
+void replaceAll(char const* row, std::string const& given) {
+    Comparison c(row, [given] { return StringTools::replace_all(given, "::", "; "); });
+#ifdef BENCH_ABSEIL
+    c.against("Abseil", [given] { return absl::StrReplaceAll(given, {{"::", "; "}}); });
 #endif
 #ifdef BENCH_BOOST
-    c.against("Boost", [] { return boost::replace_all_copy(colonText, "::", "; "); });
+    c.against("Boost", [given] { return boost::replace_all_copy(given, "::", "; "); });
 #endif
 }
 
 void urlEncode() {
     static std::string const text = "/cache/a scene/fluid 00012.bin?first=1&last=20";
-    Contest c("url_encode", [] { return StringTools::url_encode(text); });
+    Comparison c("url_encode", [] { return StringTools::url_encode(text); });
 #ifdef BENCH_ABSEIL
     c.against("Abseil", [] {
         std::string out;
@@ -120,7 +126,8 @@ void urlEncode() {
 }
 
 void tokenize() {
-    Contest c("tokenize", [] { return StringTools::tokenize(commaText, ",;", 0, false); });
+    auto const ours = [] { return StringTools::tokenize(commaText, ",;", 0, false); };
+    Comparison c("tokenize", ours, MANY);
 #ifdef BENCH_ABSEIL
     c.against("Abseil", [] {
         return std::vector<std::string>(absl::StrSplit(commaText, absl::ByAnyChar(",;"), absl::SkipEmpty()));
@@ -128,38 +135,40 @@ void tokenize() {
 #endif
 #ifdef BENCH_BOOST
     c.against("Boost", [] {
-        std::vector<std::string> tokens;
-        boost::split(tokens, commaText, boost::is_any_of(",;"), boost::token_compress_on);
-        return tokens;
+        std::vector<std::string> parts;
+        boost::split(parts, commaText, boost::is_any_of(",;"), boost::token_compress_on);
+        return parts;
     });
 #endif
 }
 
-/// The work of somebody who takes tokens one by one.
+/// What a caller does who takes tokens one by one.
 unsigned long weigh(unsigned long sum, std::string const& token) {
     return sum * 31 + token.size() + token.size();
 }
 
-void tokenizer() {
-    Contest c("tokenizer", [] {
+/// The time of one token should not depend on their number.
+void tokenizer(char const* row, std::size_t count) {
+    std::string const text = tokens(count, "::");
+    auto const ours = [text] {
         unsigned long sum = 0;
-        for (StringTools::StringTokenizer t(colonText, "::"); t.hasMoreTokens();)
-            sum = weigh(sum, t.nextToken());
+        for (StringTools::StringTokenizer t(text, "::"); t.hasMoreTokens();) sum = weigh(sum, t.nextToken());
         return sum;
-    });
+    };
+    Comparison c(row, ours, count);
 #ifdef BENCH_ABSEIL
-    c.against("Abseil", [] {
+    c.against("Abseil", [text] {
         unsigned long sum = 0;
-        for (auto const token : absl::StrSplit(colonText, "::", absl::SkipEmpty()))
+        for (auto const token : absl::StrSplit(text, "::", absl::SkipEmpty()))
             sum = weigh(sum, std::string(token));
         return sum;
     });
 #endif
 #ifdef BENCH_BOOST
-    c.against("Boost", [] {
+    c.against("Boost", [text] {
         unsigned long sum = 0;
         auto const finder = boost::first_finder("::");
-        for (auto it = boost::make_split_iterator(colonText, finder); !it.eof(); ++it)
+        for (auto it = boost::make_split_iterator(text, finder); !it.eof(); ++it)
             if (!it->empty()) sum = weigh(sum, std::string(it->begin(), it->end()));
         return sum;
     });
@@ -170,7 +179,7 @@ void buildName() {
     static FileNameStitcher& stitcher = FileNameStitcher::instance();
     stitcher.prefix = "/cache/a scene/";
     [[maybe_unused]] static int const frame = 12;
-    Contest c("frame_name", [] { return stitcher.doIt(name, frame, ext); });
+    Comparison c("frame_name", [] { return stitcher.doIt(name, frame, ext); });
 #ifdef BENCH_ABSEIL
     c.against("Abseil", [] {
         return absl::StrFormat("%s%s%0*d.%s", stitcher.prefix, name, static_cast<int>(stitcher.padding),
@@ -200,7 +209,7 @@ void rangeSearch() {
     }();
     static auto const exists = [](unsigned int frame) { return onDisk[frame] != 0; };
     static unsigned int known = 10000;
-    Contest c("range_search", [] {
+    Comparison c("range_search", [] {
         return quarn::detail::firstFrame(known, exists) * 100000ul +
                quarn::detail::lastFrame(known, 5, exists);
     });
@@ -214,73 +223,18 @@ void rangeSearch() {
     });
 }
 
-void parseIdentifier() {
-    static QN_String const text(uuidText);
-    Contest c("id_parse", [] { return ByteId(text); });
-    [[maybe_unused]] static auto const fromBytes = [](void const* bytes) {
-        ByteId id;
-        std::memcpy(id.array().data(), bytes, ByteId::BYTE_LENGTH);
-        return id;
-    };
-#ifdef BENCH_BOOST
-    c.against("Boost", [] { return fromBytes(boost::uuids::string_generator()(text.c_str()).data); });
-#endif
-#ifdef BENCH_UUID
-    c.against("libuuid", [] {
-        uuid_t id;
-        return uuid_parse(text.c_str(), id) == 0 ? fromBytes(id) : ByteId();
-    });
-#endif
-    static QN_String const digits(hexText);
-    Contest plain("id_parse_plain", [] { return ByteId(digits); });
-#ifdef BENCH_ABSEIL
-    plain.against("Abseil", [] { return fromBytes(absl::HexStringToBytes(digits.c_str()).data()); });
-#endif
-#ifdef BENCH_BOOST
-    plain.against("Boost", [] { return fromBytes(boost::uuids::string_generator()(digits.c_str()).data); });
-#endif
-}
-
-void printIdentifier() {
-    static ByteId const id((QN_String(uuidText)));
-    Contest c("id_print", [] { return id.toUuidString(); });
-#ifdef BENCH_BOOST
-    static boost::uuids::uuid const boosted = boost::uuids::string_generator()(uuidText);
-    c.against("Boost", [] { return boost::uuids::to_string(boosted); });
-#endif
-#ifdef BENCH_UUID
-    c.against("libuuid", [] {
-        char text[37];
-        uuid_unparse_upper(id.getTuple().data(), text);
-        return std::string(text);
-    });
-#endif
-    Contest plain("id_print_plain", [] { return id.toString(); });
-#ifdef BENCH_ABSEIL
-    plain.against("Abseil", [] {
-        auto const* const bytes = reinterpret_cast<char const*>(id.getTuple().data());
-        return absl::BytesToHexString({bytes, ByteId::BYTE_LENGTH});
-    });
-#endif
-#ifdef BENCH_FMT
-    plain.against("fmt", [] {
-        unsigned char const* const bytes = id.getTuple().data();
-        return fmt::format("{:02X}", fmt::join(bytes, bytes + ByteId::BYTE_LENGTH, ""));
-    });
-#endif
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     format();
-    replaceAll();
+    formatLong();
+    replaceAll("replace_all_short", "a::b::c::d");
+    replaceAll("replace_all_long", colonText);
     urlEncode();
     tokenize();
-    tokenizer();
+    tokenizer("tokenizer_1000", 1000);
+    tokenizer("tokenizer_100000", MANY);
     buildName();
     rangeSearch();
-    parseIdentifier();
-    printIdentifier();
-    return runContests(argc, argv);
+    return Report::run("text", argc, argv);
 }

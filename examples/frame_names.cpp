@@ -1,4 +1,4 @@
-// Frame names both ways: files of a folder as the four layouts name them, and what parsing makes of each.
+// Frame names both ways: the files of a folder as the four layouts name them, and how each name is parsed.
 #include <MRCommon/frames/FileNameStitcher.h>
 
 #include <cstdio>
@@ -25,8 +25,14 @@ constexpr Row rows[] = {
     {"fluid_00012.bin",      "fluid",            "bin",  5, 11, 13, FRAME_ORDER_NAME_UNDERSCORE_FRAME_DOT_EXT},
     {"take_7.bin",           "take",             "bin",  1,  7,  7, FRAME_ORDER_NAME_UNDERSCORE_FRAME_DOT_EXT},
     {"smoke_v2.vdb",         "smoke_v2",         "vdb",  0,  0,  0, FRAME_ORDER_NAME_FRAME_DOT_EXT},
+    {"fire_v1.vdb",          "fire_v",           "vdb",  1,  1,  2, FRAME_ORDER_NAME_FRAME_DOT_EXT},
+    {"fire_v2.vdb",          "fire_v",           "vdb",  1,  1,  2, FRAME_ORDER_NAME_FRAME_DOT_EXT},
     {"mesh.0000.obj",        "mesh",             "obj",  4,  0,  0, FRAME_ORDER_NAME_DOT_FRAME_DOT_EXT},
     {"mesh.obj.0000",        "mesh",             "obj",  4,  0,  0, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME},
+    {"mesh.007.3ds",         "mesh",             "007",  3,  3,  2, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME},
+    {"chalk.x.+7",           "chalk",            "x",    2,  7,  6, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME},
+    {"ice-0003.x",           "ice-0003",         "x",    0,  0,  0, FRAME_ORDER_NAME_FRAME_DOT_EXT},
+    {"ice.x.-0003",          "ice",              "x",    5, 4294967293u, 4294967293u, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME},
     {"part120000000007.raw", "part12",           "raw", 10,  7,  8, FRAME_ORDER_NAME_FRAME_DOT_EXT},
     {"part120000000008.raw", "part12",           "raw", 10,  7,  8, FRAME_ORDER_NAME_FRAME_DOT_EXT},
     {"scan202611210007.raw", "scan202611210007", "raw",  0,  0,  0, FRAME_ORDER_NAME_FRAME_DOT_EXT},
@@ -41,9 +47,9 @@ void fill(fs::path const& folder) {
     stitcher.prefix = folder.string() + "/";
     for (Row const& row : rows) {
         touch(folder / row.file);
-        stitcher.order = row.order; // and the neighbours of frame 12
-        for (int const frame : {11, 13})
-            if (row.padding == stitcher.padding) touch(stitcher.doIt(row.name, frame, row.ext));
+        stitcher.order = row.order;
+        for (int const frame : {11, 13}) // the neighbours of frame 12
+            if (row.first == 11) touch(stitcher.doIt(row.name, frame, row.ext));
     }
 }
 

@@ -1,5 +1,5 @@
-// Who reads what transposed, and where the scalar part stands: one quarter turn about z through every door.
-// Each line is a row of docs/rotations.md; the program fails when one of them does not hold.
+// The conventions of all rotation functions, shown with one quarter turn about z.
+// Each line is a row of docs/rotations.md; the program fails if one of them is not true.
 #include <MRCommon/math/DQuat.h>
 #include <MRCommon/math/EulerAngles.h>
 #include <MRCommon/math/Geometry.h>
@@ -23,7 +23,7 @@ void row(char const* claim, bool holds) {
     allHold = allHold && holds;
 }
 
-/// The turn takes x to y. Where a matrix says so depends on what it multiplies.
+/// The rotation takes x to y. Which element is 1 depends on the vectors that the matrix multiplies.
 template <class M> bool isForColumns(M const& m) { return std::abs(m(1, 0) - 1) < 1e-6 && m(0, 1) < 0; }
 template <class M> bool isForRows(M const& m) { return std::abs(m(0, 1) - 1) < 1e-6 && m(1, 0) < 0; }
 
@@ -87,7 +87,7 @@ void reading() {
         near(Quat(&columns), r, 0, 0, r) && near(f, r, 0, 0, r));
     Matrix3<double> written;
     Quat(rf, 0, 0, rf).QuatToMatrix(&written);
-    row("Quat through its own Matrix3<double> and back   the turn is inverted: (r,0,0,-r)",
+    row("Quat to its own Matrix3<double> and back        the rotation is inverted: (r,0,0,-r)",
         near(Quat(&written), r, 0, 0, -r));
     row("DQuat(Matrix4<double>*)                         element 3, for rows: (0,0,r,r)",
         near(DQuat(&placement), 0, 0, r, r));
@@ -109,7 +109,7 @@ void algebra() {
             near(DQuat::Slerp(0.5, DQuat::IDENTITY, q * q), r, 0, 0, r));
     row("X() Y() Z() W()                                 elements 0 1 2 3: W() of (r,0,0,-r) is -r",
         DQuat(r, 0, 0, -r).W() == -r);
-    row("DQuat(r,0,0,r) * (1,0,0)                        the turn backwards: (0,-1,0)",
+    row("DQuat(r,0,0,r) * (1,0,0)                        the inverse rotation: (0,-1,0)",
         near(q * Vector3<double>(1, 0, 0), 0, -1, 0));
 }
 
@@ -118,21 +118,21 @@ void vectors() {
         near(TransformaEje(forRows<float>(), Vector3<float>(1, 0, 0)), 0, 1, 0));
     Tuple3<double, double, double> angles;
     Quaternion<double>(0, 0, r, r).getAngles(PERMUTATION_XYZ_012, angles);
-    row("Quaternion<double>(0,0,r,r).getAngles           w, forwards: in order 0 the angles (0,0,90)",
+    row("Quaternion<double>(0,0,r,r).getAngles           w: in order 0 the angles (0,0,90)",
         angles[0] == 0 && angles[1] == 0 && std::abs(angles[2] - std::acos(0.0)) < 1e-12);
-    // Order 3 is z first, though its images say that x is.
+    // Order 3 begins with z, although its images say x.
     Quaternion<double>(0, 0, r, r).getAngles(PERMUTATION_XYZ_021, angles);
     row("the same in order 3, and its images             the quarter turn is angle 0; the images name angle "
         "1",
         std::abs(angles[0] - std::acos(0.0)) < 1e-12 && PERMUTATION_XYZ_IMAGES[3][2] == 1);
     Vector3<float> from(1, 0, 0);
-    row("getEulerAngles(x, y, 1)                         forwards: (0,0,90)",
+    row("getEulerAngles(x, y, 1)                         the rotation itself: (0,0,90)",
         near(getEulerAngles(&from, {0, 1, 0}, 1), 0, 0, 90));
-    row("getEulerAngles(x, y, 2), and 3                  backwards: (0,0,-90)",
+    row("getEulerAngles(x, y, 2), and 3                  the inverse rotation: (0,0,-90)",
         near(getEulerAngles(&from, {0, 1, 0}, 2), 0, 0, -90) &&
             near(getEulerAngles(&from, {0, 1, 0}, 3), 0, 0, -90));
-    // The box reaches from (0,0,0) to (1,2,3) in its frame: 2 units to -x, 1 to y, 3 to z, moved by (7,8,9).
-    row("IsInBox(p, lo, hi, Matrix4, Quaternion)         matrix for rows, w: (6,8.5,10) is in",
+    // The box extends from (0,0,0) to (1,2,3) in its frame: 2 units to -x, 1 to y, 3 to z, translated by (7,8,9).
+    row("IsInBox(p, lo, hi, Matrix4, Quaternion)         matrix for rows, w: (6,8.5,10) is inside",
         IsInBox({6, 8.5f, 10}, {0, 0, 0}, {1, 2, 3}, forRows<float>(), {0, 0, rf, rf}));
 }
 

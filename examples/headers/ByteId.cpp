@@ -1,4 +1,4 @@
-// Identifiers, as text and as numbers of a run.
+// Identifiers as text, and as a numbered run.
 #include <MRCommon/system/ByteId.h>
 
 #include "claim.h"

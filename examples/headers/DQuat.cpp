@@ -16,11 +16,11 @@ int main() {
     quarter.QuatToMatrix(&m);
     claim(std::abs(m(1, 0) - 1) < 1e-15, "for column vectors the matrix takes x to y");
     claim((quarter * Vector3<double>(1, 0, 0)).y < -0.99,
-          "the product with a vector turns it backwards: meant");
+          "the product with a vector rotates it backwards: intentional");
 
     Vector3<double> axis;
     double angle = 0;
     DQuat::Slerp(0.5, DQuat::IDENTITY, quarter).ToAxisAngle(axis, angle);
-    claim(std::abs(angle - pi / 4) < 1e-15 && axis.z == 1, "half the way is half the angle");
-    claim(DQuat() != DQuat::IDENTITY, "a fresh one is not the identity: meant");
+    claim(std::abs(angle - pi / 4) < 1e-15 && axis.z == 1, "half of the way is half of the angle");
+    claim(DQuat() != DQuat::IDENTITY, "a default quaternion is not the identity: intentional");
 }

@@ -1,4 +1,4 @@
-// Whether a variable is set.
+// Whether a variable is defined.
 #include <MRCommon/system/Environment.h>
 
 #include "claim.h"
@@ -9,5 +9,5 @@ int main() {
     setenv("SHOT_CACHE", "", 1);
     claim(isEnvironmentVariableDefined("SHOT_CACHE"), "an empty value counts");
     unsetenv("SHOT_CACHE");
-    claim(!isEnvironmentVariableDefined("SHOT_CACHE"), "a variable that is gone does not");
+    claim(!isEnvironmentVariableDefined("SHOT_CACHE"), "a variable that was removed does not");
 }

@@ -1,4 +1,4 @@
-// Three angles for the turn from one direction to another.
+// Three angles for the rotation from one direction to another.
 #include <MRCommon/math/EulerAngles.h>
 
 #include "claim.h"
@@ -14,7 +14,7 @@ int main() {
     claim(std::abs(degrees.x) < 1e-4f && std::abs(degrees.y) < 1e-4f, "and nothing about x and y");
 
     Vector3<float> const backwards = getEulerAngles(&from, Vector3<float>(0, 1, 0), 2);
-    claim(std::abs(backwards.z + 90) < 1e-4f, "mode 2 gives the turn backwards");
+    claim(std::abs(backwards.z + 90) < 1e-4f, "mode 2 gives the inverse rotation");
     claim(getEulerAngles(&from, Vector3<float>(1, 0, 0), 1) == Vector3<float>(0, 0, 0),
-          "like directions: zeros");
+          "equal directions give zeros");
 }

@@ -1,4 +1,4 @@
-// Names of frame files, put together and taken apart.
+// Names of frame files, built and parsed.
 #include <MRCommon/frames/FileNameStitcher.h>
 
 #include "claim.h"
@@ -16,8 +16,8 @@ int main() {
     FrameExtensionOrder order{};
     claim(FileNameStitcher::frameExtensionFromPath("none/fluid_0007.bin", name, extension, first, last,
                                                    padding, order),
-          "a path is taken apart");
+          "a path is parsed");
     claim(name == "none/fluid" && extension == "bin" && padding == 4, "into name, extension and padding");
     claim(order == FRAME_ORDER_NAME_UNDERSCORE_FRAME_DOT_EXT, "and the layout");
-    claim(last == 6, "a file that is not there has its last frame before it");
+    claim(last == 6, "a missing file: the last frame is the one before");
 }

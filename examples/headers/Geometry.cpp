@@ -11,7 +11,7 @@ int main() {
     float t = 0;
     claim(minDist(Point(7, 4, 0), a, b, true, &t, &closest) == 5, "the segment's end is 5 away");
     claim(t == 1 && closest == b, "the closest point is that end");
-    claim(minDist(Point(7, 4, 0), a, b, false, &t, nullptr) == 4, "the endless line is closer");
+    claim(minDist(Point(7, 4, 0), a, b, false, &t, nullptr) == 4, "the infinite line is closer");
 
     Point const cube[8] = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2},
                            {2, 2, 0}, {2, 0, 2}, {0, 2, 2}, {2, 2, 2}};
@@ -21,5 +21,5 @@ int main() {
 
     int opposite = 0, own = 0;
     claim(CrossCheck(1, 2, 3, 2, 3, 4, &opposite, &own), "the triangles share the edge 2, 3");
-    claim(own == 1 && opposite == 4, "and face each other with 1 and 4");
+    claim(own == 1 && opposite == 4, "1 and 4 are the vertices facing it");
 }

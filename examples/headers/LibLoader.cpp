@@ -16,7 +16,8 @@ int main() {
     claim(library != nullptr, "the library is opened");
     auto* const root = reinterpret_cast<double (*)(double)>(LibLoader::getFunctionPtr(library, "sqrt"));
     claim(root != nullptr && root(9) == 3, "its function is called");
-    claim(LibLoader::getFunctionPtr(library, "no_such_function") == nullptr, "what it lacks is null");
+    claim(LibLoader::getFunctionPtr(library, "no_such_function") == nullptr, "a missing function is null");
     claim(LibLoader::unload(library) == 0, "it is closed");
-    claim(LibLoader::load("none/libnone.so") == nullptr, "what is not there is null");
+    claim(LibLoader::load("none/libnone.so") == nullptr, "a missing library is null");
+    claim(LibLoader::lastError()[0] != '\0', "and the reason is known");
 }

@@ -1,8 +1,9 @@
-// Folders are made, paths are split.
+// Folders are created, paths are split.
 #include <MRCommon/system/Paths.h>
 
 #include "claim.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -10,7 +11,7 @@ int main() {
     char folder[] = "/tmp/example_paths_XXXXXX";
     claim(mkdtemp(folder) != nullptr, "a temporary folder");
     std::string const path = std::string(folder) + "/shot/fluid";
-    claim(makeSurePathExists(path.c_str()), "every folder on the way is made");
+    claim(makeSurePathExists(path.c_str()), "every folder on the way is created");
     claim(std::system(("rm -r " + std::string(folder)).c_str()) == 0, "and removed");
 
     char dir[16];

@@ -1,4 +1,4 @@
-// The processor as the application is to see it.
+// The processor as the application sees it.
 #include <MRCommon/system/QNCPUInfo.h>
 
 #include "claim.h"
@@ -7,5 +7,5 @@ int main() {
     QNCPUInfo const& cpu = QNCPUInfo::instance();
     claim(cpu.numCoresPerPackage() == 1 && cpu.numLogicalPerPackage() == 1,
           "one core, one logical processor");
-    claim(!cpu.isMTCPU() && cpu.getAPIC_ID() == 0, "on every machine: meant");
+    claim(!cpu.isMTCPU() && cpu.getAPIC_ID() == 0, "on every machine, intentionally");
 }

@@ -14,8 +14,8 @@ int main() {
     placement(3, 0) = 5;
     turn.QuatToMatrix(&placement);
     claim(std::abs(placement(0, 1) - 1) < 1e-6f, "the row of the x axis points along y");
-    claim(placement(3, 0) == 5, "the translation stays");
+    claim(placement(3, 0) == 5, "the translation is kept");
 
-    claim(std::abs(Quat(&placement).Dot(turn) - 1) < 1e-6f, "the placement gives the quaternion back");
-    claim(Quat(1, 0, 0, 0) < Quat(-1, 0, 0, 0), "the order is one of bit patterns, not of numbers: meant");
+    claim(std::abs(Quat(&placement).Dot(turn) - 1) < 1e-6f, "the placement converts back to the quaternion");
+    claim(Quat(1, 0, 0, 0) < Quat(-1, 0, 0, 0), "bit patterns are ordered, not numbers: intentional");
 }

@@ -1,4 +1,4 @@
-// The sequence that gives the same simulation again.
+// A reproducible random sequence.
 #include <MRCommon/math/Random.h>
 
 #include "claim.h"
@@ -6,9 +6,9 @@
 int main() {
     resetRandomSequence();
     float const first = DameRandom(), second = DameRandom11();
-    claim(first >= 0 && first <= 1, "DameRandom lies in [0, 1]");
+    claim(first >= 0 && first <= 1, "DameRandom is in [0, 1]");
     claim(second >= -1 && second <= 1, "DameRandom11 in [-1, 1]");
 
     resetRandomSequence();
-    claim(DameRandom() == first && DameRandom11() == second, "started anew, the sequence is the same");
+    claim(DameRandom() == first && DameRandom11() == second, "after a restart the sequence is the same");
 }

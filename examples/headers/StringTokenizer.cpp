@@ -1,4 +1,4 @@
-// A text piece by piece.
+// A string, piece by piece.
 #include <MRCommon/text/StringTokenizer.h>
 
 #include "claim.h"
@@ -11,7 +11,7 @@ int main() {
     claim(tokens.nextToken() == "size" && tokens.nextIntToken() == 12, "a word and a number");
     claim(tokens.remainingString() == "depth::0.5", "what is left");
     claim(tokens.nextToken() == "depth" && tokens.nextFloatToken() == 0.5, "the rest of it");
-    claim(!tokens.hasMoreTokens() && tokens.nextToken().empty(), "behind the last all is empty");
+    claim(!tokens.hasMoreTokens() && tokens.nextToken().empty(), "after the last token everything is empty");
 
     StringTokenizer settings("speed=3;spin=4", ";");
     claim(settings.nextTokenWithLimit("=") == "speed", "up to the limit");

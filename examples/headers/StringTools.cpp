@@ -1,4 +1,4 @@
-// Texts printed, split and escaped.
+// Strings that are printed, split and escaped.
 #include <MRCommon/text/StringTools.h>
 
 #include "claim.h"

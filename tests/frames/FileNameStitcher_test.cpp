@@ -1,5 +1,4 @@
-// FileNameStitcher: built names, parsed paths with real files, the range search, and the saved record.
-#include <MRCommon/frames/detail/FrameSearch.h>
+// FileNameStitcher: built names, parsed paths with real files, probes of the disk, and the saved record.
 #include <MRCommon/frames/FileNameStitcher.h>
 
 #include <qn_fileio/qn_fileio.h>
@@ -10,19 +9,21 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <climits>
-#include <set>
+#include <filesystem>
 #include <tuple>
+#include <vector>
 
 using quarn::QN_String;
-using quarn::detail::firstFrame;
-using quarn::detail::lastFrame;
 
 namespace {
 
 FrameExtensionOrder orderOf(int value) { return static_cast<FrameExtensionOrder>(value); }
 
-/// The process's stitcher with the given settings.
+/// Returns the process-wide stitcher with the given settings.
 FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int order) {
     FileNameStitcher& s = FileNameStitcher::instance();
     s.prefix = prefix;
@@ -31,11 +32,16 @@ FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int 
     return s;
 }
 
+/// What the library asked the disk since the last reset. (No list of calls: it would allocate.)
+struct {
+    int calls, modes;
+} accesses;
+
 struct Reading {
     char const *path, *result;
 };
 
-/// What parsing says of a path below `folder`: "name|extension first..last width order", or "no".
+/// Returns what parsing says of a path below `folder`: "name|extension first..last width order", or "no".
 std::string parsed(std::string const& folder, std::string const& path) {
     QN_String name("untouched"), ext("untouched");
     unsigned int first = 7, last = 7, padding = 7;
@@ -49,6 +55,13 @@ std::string parsed(std::string const& folder, std::string const& path) {
 }
 
 } // namespace
+
+/// Replaces the platform's function for the library under test too.
+extern "C" int access(char const* path, int mode) noexcept {
+    ++accesses.calls;
+    accesses.modes |= mode;
+    return faccessat(AT_FDCWD, path, mode, 0);
+}
 
 TEST(FileNameStitcher, StartsWithItsDefaults) {
     FileNameStitcher const& s = FileNameStitcher::instance();
@@ -108,48 +121,7 @@ TEST(FileNameStitcher, WritesFormats) {
     }
 }
 
-TEST(FrameSearch, FindsTheFirstFrameByBisection) {
-    struct Case {
-        unsigned int first, known, result;
-        std::vector<unsigned int> asked;
-    };
-    // clang-format off
-    Case const cases[] = {
-        {0, 0, 0, {}}, {1, 1, 1, {0}}, {0, 1, 0, {0}}, {10, 12, 10, {6, 9, 10}}, {9, 12, 9, {6, 9, 7, 8}},
-        {0, 4, 0, {2, 1, 0}}, {1, 4, 1, {2, 1, 0}}, {2, 2, 2, {1}}, {99, 2, 2, {1}}};
-    // clang-format on
-    for (Case const& c : cases) {
-        std::vector<unsigned int> asked;
-        unsigned int const result = firstFrame(c.known, [&](unsigned int frame) {
-            asked.push_back(frame);
-            return frame >= c.first;
-        });
-        EXPECT_EQ(result, c.result) << c.known;
-        EXPECT_EQ(asked, c.asked) << c.known;
-    }
-    for (unsigned int known = 0; known < 70; ++known)
-        for (unsigned int first = 0; first <= known; ++first)
-            EXPECT_EQ(firstFrame(known, [&](unsigned int frame) { return frame >= first; }), first);
-    int questions = 0;
-    EXPECT_EQ(firstFrame(UINT_MAX, [&](unsigned int f) { return ++questions, f >= 4000000000u; }),
-              4000000000u);
-    EXPECT_LE(questions, 33);
-}
-
-TEST(FrameSearch, FindsTheLastFrameByWalkingUp) {
-    std::set<unsigned int> const frames{7, 8, 10, 95, 96, 97, 98, 99, UINT_MAX - 1, UINT_MAX};
-    // clang-format off
-    std::tuple<unsigned int, unsigned int, unsigned int> const cases[] = {
-        {7, 5, 8}, {8, 2, 8}, {10, 5, 10}, {9, 5, 8}, {0, 5, UINT_MAX}, {95, 3, 99}, {95, 2, 95},
-        {99, 2, 99}, {100, 2, 100}, {7, 0, 7}, {0, 0, UINT_MAX}, {1410065408, 10, 1410065408}, {7, 32, 7},
-        {7, UINT_MAX, 7}, {UINT_MAX - 1, 40, UINT_MAX - 1}, {UINT_MAX, 3, UINT_MAX}};
-    // clang-format on
-    for (auto const& [known, padding, result] : cases)
-        EXPECT_EQ(lastFrame(known, padding, [&](unsigned int f) { return frames.count(f) != 0; }), result)
-            << known << " " << padding;
-}
-
-TEST(FrameSearch, OnDiskUsesThePathsOfEachLayout) {
+TEST(FrameProbe, UsesThePathsOfEachLayout) {
     TempDir folder;
     std::vector<std::string> const texts{"f.007.x", "f.x.007", "f007.x", "f_007.x"};
     for (int order = 0; order < 4; ++order) {
@@ -166,7 +138,7 @@ TEST(FrameSearch, OnDiskUsesThePathsOfEachLayout) {
     EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), folder.path("g").c_str(), "x", UINT_MAX, 1), 1u);
 }
 
-TEST(FrameSearch, NeverTakesALongPathForAnothersFile) {
+TEST(FrameProbe, NeverTruncatesAPath) {
     TempDir folder;
     std::string longFolder = folder.path("");
     while (longFolder.size() < 1000)
@@ -182,7 +154,23 @@ TEST(FrameSearch, NeverTakesALongPathForAnothersFile) {
     }
 }
 
-TEST(FrameFromPath, FindsSequences) {
+TEST(FrameProbe, AsksForExistenceAlone) {
+    TempDir folder;
+    std::filesystem::create_directory(folder.path("f1.x"));
+    std::filesystem::create_symlink("f1.x", folder.path("f2.x"));
+    std::filesystem::create_symlink("no such file", folder.path("f3.x"));
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), folder.path("f").c_str(), "x", 1, 1), 2u)
+        << "a folder and a link to one exist, a dangling link does not";
+    folder.touch("g1.x");
+    std::filesystem::permissions(folder.path("g1.x"), std::filesystem::perms::none);
+    accesses = {};
+    EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), folder.path("g").c_str(), "x", 1, 2), 1u);
+    EXPECT_EQ(accesses.calls, 2);
+    static_assert(F_OK == 0);
+    EXPECT_EQ(accesses.modes, F_OK) << "permissions do not matter";
+}
+
+TEST(FrameExtensionFromPath, FindsSequences) {
     TempDir folder;
     // clang-format off
     std::tuple<char const*, int, int, char const*, char const*> const cases[] = {
@@ -192,7 +180,13 @@ TEST(FrameFromPath, FindsSequences) {
         {"smoke%02d.vdb", 8, 9, "smoke09.vdb", "smoke|vdb 8..9 2 2"},
         {"long12%010d.bin", 1, 2, "long120000000001.bin", "long12|bin 1..2 10 2"},
         {"v1.2/part_%03d.bin", 1, 3, "v1.2/part_002.bin", "v1.2/part|bin 1..3 3 3"},
-        {"%04d.bin", 5, 6, "0005.bin", "|bin 5..6 4 2"}};
+        {"%04d.bin", 5, 6, "0005.bin", "|bin 5..6 4 2"},
+        {"take%d.bin", 1, 2, "take2.bin", "take|bin 1..2 1 2"},
+        {"smoke_v%d.vdb", 1, 2, "smoke_v2.vdb", "smoke_v|vdb 1..2 1 2"},
+        {"minus-%04d.x", 2, 3, "minus-0003.x", "minus-|x 2..3 4 2"},
+        {"last.x.%05d", -3, 1, "last.x.-0002", "last|x 4294967293..1 5 1"},
+        {"sign.x.%02d", 7, 8, "sign.x.+7", "sign|x 7..8 2 1"},
+        {"blank.x.%03d", 7, 8, "blank.x. +7", "blank|x 7..8 3 1"}};
     // clang-format on
     for (auto const& [format, first, last, path, result] : cases) {
         for (int frame = first; frame <= last; ++frame)
@@ -201,7 +195,7 @@ TEST(FrameFromPath, FindsSequences) {
     }
 }
 
-TEST(FrameFromPath, KnowsFilesThatStandAlone) {
+TEST(FrameExtensionFromPath, AcceptsFilesWithoutNeighbours) {
     TempDir folder;
     // clang-format off
     Reading const cases[] = {
@@ -211,8 +205,10 @@ TEST(FrameFromPath, KnowsFilesThatStandAlone) {
         {"fluid.7.bin", "fluid|bin 7..7 1 0"}, {"fluid.bin.0000", "fluid|bin 0..0 4 1"},
         {"fluid..bin", "fluid.|bin 0..0 0 1"}, {"fluid.", "fluid| 0..0 0 1"},
         {"fluid.bin.00x", "fluid.bin|00x 0..0 0 1"},
+        {"minus_-0003.x", "minus_-0003|x 0..0 0 2"},
         // A frame, although no name is built like that: the search finds no file.
-        {"fluid.bin.12abc", "fluid|bin 12..11 5 1"}};
+        {"fluid.bin.12abc", "fluid|bin 12..11 5 1"}, {"fluid.bin.+7", "fluid|bin 7..6 2 1"},
+        {"r.x/mesh.3ds", "r|x/mesh 3..2 3 1"}};
     // clang-format on
     for (Reading const& c : cases) {
         folder.touch(c.path);
@@ -220,13 +216,15 @@ TEST(FrameFromPath, KnowsFilesThatStandAlone) {
     }
 }
 
-TEST(FrameFromPath, ReadsPathsWithoutAFile) {
+TEST(FrameExtensionFromPath, ReadsPathsWithoutAFile) {
     // clang-format off
     Reading const cases[] = {
         {"no_such_readme", "no untouched|untouched 7..7 7 1"}, {"", "no untouched|untouched 7..7 7 1"},
         {"12.0007", "|12 7..6 4 1"}, {".", "| 0..0 0 1"}, {".0", "| 0..4294967295 1 1"},
         {"n.-2", "|n 4294967294..4294967293 2 1"}, {"d.1/readme", "|d 1..0 8 1"},
-        {"no_such_9999999999.x", "no_such|x 1410065407..1410065406 10 3"}};
+        {"no_such_9999999999.x", "no_such|x 1410065407..1410065406 10 3"},
+        {"no_such.2000000000.x", "no_such|x 2000000000..2000000000 10 0"},
+        {"n.x.99999999999999999999", "n|x 4294967295..4294967294 20 1"}};
     // clang-format on
     for (Reading const& c : cases) EXPECT_EQ(parsed("", c.path), c.result) << c.path;
     QN_String path("no_such_5.x");
@@ -238,45 +236,115 @@ TEST(FrameFromPath, ReadsPathsWithoutAFile) {
     EXPECT_EQ(order, FRAME_ORDER_NAME_DOT_FRAME_DOT_EXT);
 }
 
-TEST(StitcherRecord, IsReadAsItWasWritten) {
+TEST(FrameExtensionFromPath, AsksTheDiskOnlyForTheRange) {
+    TempDir folder;
+    for (char const* const file : {"a.1.x", "a1.x", "a_1.x", "a.x.1", "a.x"}) {
+        folder.touch(file);
+        QN_String const path(folder.path(file).c_str());
+        unsigned int number = 0;
+        FrameExtensionOrder order{}, alone{};
+        accesses = {};
+        EXPECT_TRUE(FileNameStitcher::frameExtensionFromPath(path, alone));
+        EXPECT_EQ(accesses.calls, 0) << file;
+        EXPECT_TRUE(FileNameStitcher::frameExtensionFromPath(path, number, number, number, order));
+        EXPECT_EQ(accesses.calls == 0, path == folder.path("a.x").c_str()) << file;
+        EXPECT_EQ(alone, order) << file;
+    }
+    FrameExtensionOrder order = orderOf(3);
+    EXPECT_FALSE(FileNameStitcher::frameExtensionFromPath("no dot", order));
+    EXPECT_EQ(order, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME);
+}
+
+TEST(FrameExtensionFromPath, LeavesTheOutputsAloneIfMemoryIsExhausted) {
+    TempDir folder;
+    folder.touch("a_1.x");
+    QN_String const path(folder.path("a_1.x").c_str());
+    QN_String name("a name"), ext("an extension");
+    unsigned int first = 7, last = 7, padding = 7;
+    FrameExtensionOrder order{};
+    auto const parse = [&] {
+        EXPECT_TRUE(name == "a name" && ext == "an extension" && first == 7 && last == 7 && padding == 7);
+        FileNameStitcher::frameExtensionFromPath(path, name, ext, first, last, padding, order);
+    };
+    EXPECT_GT(failEveryAllocation(parse), 1);
+    EXPECT_TRUE(ext == "x" && first == 1 && padding == 1);
+}
+
+TEST(FileNameStitcher, ReadsTheRecordThatItWrote) {
     TempFile file;
     SetCurrentStream(file);
     stitcher("ab/", 4, 3).save();
     EXPECT_EQ(file.bytes(), hex("00000003 61622F 00000004 00000003"));
+    stitcher("next", 5, 1).save();
     file.rewind();
     FileNameStitcher& s = stitcher("a longer prefix", 9, 0);
     s.sceneName = "shot";
     s.load();
-    SetCurrentStream(nullptr);
     EXPECT_EQ(s.prefix + s.sceneName, "ab/shot");
     EXPECT_TRUE(s.padding == 4 && s.order == 3);
-}
-
-TEST(StitcherRecord, ThatIsAbsurdOrMissingIsSurvived) {
-    FileNameStitcher& s = stitcher("ab/", 4, 3);
-    s.load();
-    EXPECT_EQ(s.prefix, "") << "there is no stream";
-    EXPECT_TRUE(s.padding == 4 && s.order == 3);
-    TempFile file(hex("00000002 6100 FFFFFFFF 00000077"));
-    SetCurrentStream(file);
     s.load();
     SetCurrentStream(nullptr);
+    EXPECT_TRUE(s.prefix == "next" && s.padding == 5 && s.order == 1) << "the record after it";
+}
+
+TEST(FileNameStitcher, KeepsWhatACutRecordLacks) {
+    using namespace std::string_literals;
+    // clang-format off
+    std::tuple<char const*, std::string, unsigned int, int> const cases[] = {
+        {"", "", 9, 3}, {"000000", "", 9, 3}, {"00000004 61", "aefg", 9, 3},
+        {"00000006 6162", "abfg\0\0"s, 9, 3}, {"00000001 61 0000", "a", 9, 3},
+        {"00000001 61 00000004", "a", 4, 3}, {"00000001 61 00000004 000000", "a", 4, 3}};
+    // clang-format on
+    for (auto const& [record, prefix, padding, order] : cases) {
+        TempFile file(hex(record));
+        FileNameStitcher& s = stitcher("defg", 9, 3);
+        SetCurrentStream(file);
+        s.load();
+        SetCurrentStream(nullptr);
+        EXPECT_EQ(s.prefix, prefix) << record;
+        EXPECT_TRUE(s.padding == padding && s.order == order) << record;
+    }
+    FileNameStitcher& s = stitcher("defg", 9, 3);
+    s.load();
+    EXPECT_EQ(s.prefix, "") << "there is no stream";
+    EXPECT_TRUE(s.padding == 9 && s.order == 3);
+}
+
+TEST(FileNameStitcher, SurvivesAbsurdRecords) {
+    TempFile file(hex("00000002 6100 FFFFFFFF 00000077"));
+    FileNameStitcher& s = stitcher("ab/", 4, 3);
+    SetCurrentStream(file);
+    s.load();
     EXPECT_EQ(s.order, 0x77);
     EXPECT_EQ(s.doIt("n", 1, "x"), "");
     s.order = FRAME_ORDER_NAME_FRAME_DOT_EXT;
     EXPECT_EQ(s.doIt("n", 1, "x").size(), 1u + 1 + 65535 + 2) << "the prefix ends at its NUL";
     EXPECT_EQ(FileNameStitcher::findMinValue(s.order, "n", "x", s.padding, 5), 5u);
+
+    TempFile huge(hex("7FFFFFFF 61 00000004 00000002"));
+    SetCurrentStream(huge);
+    stitcher("ab/", 4, 3);
+    {
+        FailingAllocation const failing(0);
+        EXPECT_THROW(s.load(), std::bad_alloc);
+    }
+    SetCurrentStream(nullptr);
+    EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
 }
 
-TEST(StitcherMemory, ExhaustedPassesOn) {
-    TempDir folder;
-    folder.touch("a_1.x");
-    QN_String const path(folder.path("a_1.x").c_str());
-    FrameExtensionOrder order = orderOf(0);
-    EXPECT_GT(failEveryAllocation([&] { FileNameStitcher::frameExtensionFromPath(path, order); }), 0);
+TEST(FileNameStitcher, PassesMemoryExhaustionOn) {
     FileNameStitcher const& s = stitcher("", 100, 2);
-    EXPECT_GT(failEveryAllocation([&] { s.doIt("n", 1, "x"); }), 0);
+    EXPECT_GT(failEveryAllocation([&] { static_cast<void>(s.doIt("n", 1, "x")); }), 0);
+}
+
+TEST(FrameProbe, AllocatesNothing) {
+    TempDir folder;
+    for (int frame = 10; frame < 60; ++frame) folder.touch("f" + std::to_string(frame) + ".x");
+    QN_String const name(folder.path("f").c_str());
+    QN_String const ext("x");
     AllocationCounter count;
-    FileNameStitcher::findMaxValue(orderOf(3), "no such file", "x", 5, 10);
-    EXPECT_LE(count.made(), 2) << "the arguments alone: probing allocates nothing";
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), name, ext, 3, 10), 9u);
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), name, ext, 2, 10), 59u);
+    EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), name, ext, 2, 40), 10u);
+    EXPECT_EQ(count.made(), 0);
 }

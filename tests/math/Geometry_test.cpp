@@ -1,14 +1,10 @@
-// Distances, boxes, shared edges, the random sequence and rounding, against figures worked out by hand.
+// Distances, boxes and shared edges, compared with figures worked out by hand.
 #include <MRCommon/math/Geometry.h>
-#include <MRCommon/math/Random.h>
-#include <MRCommon/math/Rounding.h>
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
 
 using namespace quarn;
 using Point = Vector3<float>;
@@ -19,7 +15,7 @@ using Corners = std::array<Point, 8>;
 
 Corners box(Point const& lo, Point const& hi) {
     Corners corners;
-    for (unsigned i = 0; i < 8; ++i) // from the far corner on: no order is asked for
+    for (unsigned i = 0; i < 8; ++i) // from the far corner on: the order must not matter
         corners[7 - i] = {i & 1 ? hi.x : lo.x, i & 2 ? hi.y : lo.y, i & 4 ? hi.z : lo.z};
     return corners;
 }
@@ -27,13 +23,13 @@ Corners box(Point const& lo, Point const& hi) {
 Matrix4<float> placement(Point const& r0, Point const& r1, Point const& r2, Point const& translation) {
     Matrix4<float> m;
     for (int j = 0; j < 3; ++j) m(0, j) = r0[j], m(1, j) = r1[j], m(2, j) = r2[j], m(3, j) = translation[j];
-    for (int i = 0; i < 4; ++i) m(i, 3) = 7; // not looked at
+    for (int i = 0; i < 4; ++i) m(i, 3) = 7; // has no effect
     return m;
 }
 
 } // namespace
 
-TEST(MinDist, GoesToTheSegmentOrToItsLine) {
+TEST(MinDist, MeasuresToTheSegmentOrToItsLine) {
     Point const a(1, 1, 0), b(5, 1, 0);
     struct {
         Point p;
@@ -56,6 +52,9 @@ TEST(MinDist, GoesToTheSegmentOrToItsLine) {
     float t = 9;
     EXPECT_EQ(minDist({2, 4, 4}, a, b, true, &t, nullptr), 5);
     EXPECT_EQ(t, 0.25f);
+    double thirdOfTheWay = 9;
+    D_minDist({1, 5, 0}, {0, 0, 0}, {3, 0, 0}, true, &thirdOfTheWay, nullptr);
+    EXPECT_EQ(thirdOfTheWay, 1.0 / 3) << "in double precision";
     for (bool clamp : {true, false}) { // no segment at all
         Point closest;
         EXPECT_TRUE(std::isnan(minDist({1, 2, 3}, a, a, clamp, &t, &closest)));
@@ -63,19 +62,19 @@ TEST(MinDist, GoesToTheSegmentOrToItsLine) {
     }
 }
 
-TEST(Boxes, HaveVolumes) {
+TEST(ComputeBoxVolume, EnclosesAllCorners) {
     EXPECT_EQ(computeBoxVolume(box({1, 2, 3}, {1, 2, 3}).data()), 0);
     Corners const tilted = {Point(0, 0, 1), Point(2, 0, 0), Point(1, 3, 0), Point(0, 1, 0),
                             Point(1, 0, 4), Point(1, 1, 1), Point(1, 1, 1), Point(1, 1, 1)};
     EXPECT_EQ(computeBoxVolume(tilted.data()), 24);
 }
 
-TEST(Boxes, OverlapInAVolume) {
+TEST(IntersectVolume, IsZeroForBoxesThatOnlyTouch) {
     Corners const a = box({0, 0, 0}, {4, 4, 4});
     EXPECT_EQ(intersectVolume(a.data(), a.data()), 64);
     EXPECT_EQ(intersectVolume(a.data(), box({3, 2, -1}, {9, 9, 3}).data()), 6);
     EXPECT_EQ(intersectVolume(a.data(), box({1, 1, 1}, {2, 3, 2}).data()), 2);
-    for (int axis = 0; axis < 3; ++axis) { // apart, and touching, along one axis alone
+    for (int axis = 0; axis < 3; ++axis) { // touching, and apart, along one axis only
         Point lo(1, 1, 1), hi(9, 9, 9);
         lo[axis] = 4;
         EXPECT_EQ(intersectVolume(a.data(), box(lo, hi).data()), 0);
@@ -84,7 +83,7 @@ TEST(Boxes, OverlapInAVolume) {
     }
 }
 
-TEST(IsInBox, MeansStrictlyInside) {
+TEST(IsInBox, IsTrueStrictlyInside) {
     Matrix4<float> const straight = placement({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0});
     Quaternion<float> const none(0, 0, 0, 1);
     Point const lo(-1, 0, 1), hi(1, 4, 3), middle(0, 2, 2);
@@ -101,11 +100,11 @@ TEST(IsInBox, MeansStrictlyInside) {
             EXPECT_FALSE(isIn(p));
         }
     EXPECT_FALSE(IsInBox(middle, {-1, 2, 1}, {1, 2, 3}, straight, none)) << "a box without thickness";
-    EXPECT_TRUE(isIn({0, std::nanf(""), 2})) << "what compares with nothing is not found outside";
+    EXPECT_TRUE(isIn({0, std::nanf(""), 2})) << "NaN is not outside";
 }
 
 TEST(IsInBox, FollowsThePlacement) {
-    // A quarter turn about z, x to y and y to -x, then moved: corner (1, 2, 3) comes to (8, 11, 13).
+    // A quarter turn about z, x to y and y to -x, then moved: corner (1, 2, 3) goes to (8, 11, 13).
     float const r = std::sqrt(0.5f);
     Matrix4<float> const m = placement({0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {10, 10, 10});
     Quaternion<float> const q(0, 0, r, r);
@@ -113,9 +112,20 @@ TEST(IsInBox, FollowsThePlacement) {
     EXPECT_TRUE(IsInBox({9.5f, 10.5f, 10.5f}, {0, 0, 0}, {1, 2, 3}, m, q));
     EXPECT_FALSE(IsInBox({8.5f, 11.5f, 12.5f}, {0, 0, 0}, {1, 2, 3}, m, q));
     EXPECT_FALSE(IsInBox({10.5f, 10.5f, 11}, {0, 0, 0}, {1, 2, 3}, m, q));
+    // The same about x, y to z and z to -y: corner (1, 2, 3) goes to (1, -3, 2).
+    Matrix4<float> const aboutX = placement({1, 0, 0}, {0, 0, 1}, {0, -1, 0}, {0, 0, 0});
+    EXPECT_TRUE(IsInBox({0.5f, -2.5f, 1.5f}, {0, 0, 0}, {1, 2, 3}, aboutX, {r, 0, 0, r}));
+    EXPECT_FALSE(IsInBox({0.5f, 0.5f, 1.5f}, {0, 0, 0}, {1, 2, 3}, aboutX, {r, 0, 0, r}));
 }
 
-TEST(CrossCheck, FindsWhatFacesTheCommonEdge) {
+TEST(IsInBox, NarrowsTheRotationThatItCalculatesInDouble) {
+    // The point is exactly on a face of the narrowed rotation, and inside for any other rounding of it.
+    Matrix4<float> const straight = placement({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0});
+    Quaternion<float> const q(0, 0, 0x1.320cap-3f, 0x1.fa4034p-1f);
+    EXPECT_FALSE(IsInBox({-0x1.08c93ep+1f, 0x1.abfda2p+2f, 0.5f}, {0, 0, 0}, {7, 40, 1}, straight, q));
+}
+
+TEST(CrossCheck, FindsTheVerticesFacingTheCommonEdge) {
     auto const expect = [](bool shared, int own, int opposite, auto... vertices) {
         int foundOwn = -1, foundOpposite = -1;
         EXPECT_EQ(CrossCheck(vertices..., &foundOpposite, &foundOwn), shared);
@@ -128,47 +138,4 @@ TEST(CrossCheck, FindsWhatFacesTheCommonEdge) {
     expect(false, -1, -1, 1, 2, 3, 3, 4, 5);
     expect(true, 5, 2, 1, 1, 5, 1, 2, 3);  // a vertex may count twice
     expect(true, 2, -1, 1, 1, 2, 1, 1, 1); // nothing faces the edge
-}
-
-TEST(Random, RepeatsItsSequence) {
-    std::srand(1970);
-    int const first = std::rand(), second = std::rand();
-    for (int run = 0; run < 2; ++run) {
-        resetRandomSequence();
-        EXPECT_EQ(DameRandom(), std::ldexp(static_cast<float>(first), -31));
-        EXPECT_EQ(DameRandom11(), 2 * (std::ldexp(static_cast<float>(second), -31) - 0.5f));
-    }
-}
-
-TEST(Redondea, RoundsHalvesUpAndIsNotToNearestBelowZero) {
-    struct {
-        double v;
-        int rounded;
-    } const cases[] = {{2.5, 3},  {2.4, 2},   {2.7, 3},   {0.5, 1},   {0, 0},   {-0.5, 0},
-                       {-0.4, 0}, {-2.4, -2}, {-2.5, -1}, {-2.7, -1}, {-3, -3}, {7, 7}};
-    for (auto const& c : cases) {
-        EXPECT_EQ(Redondea(c.v), c.rounded) << c.v;
-        EXPECT_EQ(Redondea(static_cast<float>(c.v)), c.rounded) << c.v;
-    }
-    // The last below a half, and the last half that a float holds.
-    EXPECT_EQ(Redondea(0.49999997f), 0);
-    EXPECT_EQ(Redondea(0.49999999999999994), 0);
-    EXPECT_EQ(Redondea(8388607.5f), 8388608);
-}
-
-TEST(Redondea, GivesTheSmallestIntForWhatDoesNotFit) {
-    int const smallest = std::numeric_limits<int>::min();
-    double const infinity = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(Redondea(2147483647.0), 2147483647);
-    EXPECT_EQ(Redondea(2147483647.25), 2147483647);
-    EXPECT_EQ(Redondea(2147483647.5), smallest) << "the second truncation does not fit";
-    EXPECT_EQ(Redondea(-2147483648.25), smallest);
-    EXPECT_EQ(Redondea(-2147483648.75), -2147483647) << "truncated after one was added";
-    EXPECT_EQ(Redondea(2147483520.0f), 2147483520);
-    EXPECT_EQ(Redondea(2147483648.0f), smallest);
-    EXPECT_EQ(Redondea(-2147483648.0f), smallest);
-    for (double v : {3e9, -3e9, infinity, -infinity, std::nan("")}) {
-        EXPECT_EQ(Redondea(v), smallest) << v;
-        EXPECT_EQ(Redondea(static_cast<float>(v)), smallest) << v;
-    }
 }

@@ -1,5 +1,5 @@
-// DQuat and Quat: every operation against figures worked out by hand, both sides of every threshold that an
-// input can reach, and ten thousand turns against plain matrix products.
+// DQuat and Quat: every operation compared with figures worked out by hand, both sides of every threshold that an input
+// can reach, and ten thousand rotations compared with plain matrix products.
 #include "ReferenceRotations.h"
 
 #include <MRCommon/math/DQuat.h>
@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
 
 using namespace quarn;
@@ -15,7 +16,7 @@ namespace {
 
 constexpr double pi = 3.14159265358979323846;
 
-/// What the tests need of either precision.
+/// What the tests need in either precision.
 template <class Q> struct Kit {
     using T = std::decay_t<decltype(std::declval<Q const&>()[0])>;
     static constexpr bool isFloat = std::is_same_v<T, float>;
@@ -42,6 +43,15 @@ template <class Q> struct Kit {
     }
 };
 
+/// Writes and reads element 2 through an index of another type than int.
+template <class Index, class Q> void expectIndex() {
+    Q q(5, 6, 7, 8);
+    Q const& read = q;
+    q[Index(2)] = 9;
+    EXPECT_EQ(read[Index(2)], 9);
+    EXPECT_EQ(q, Q(5, 6, 9, 8));
+}
+
 template <class> class AnyQuat : public testing::Test {};
 
 struct Names {
@@ -55,17 +65,39 @@ TYPED_TEST_SUITE(AnyQuat, Both, Names);
 
 TYPED_TEST(AnyQuat, KeepsItsElementsInOrder) {
     using Q = TypeParam;
-    Q fresh;
-    EXPECT_EQ(fresh, Q(0, 0, 1, 0));
-    EXPECT_TRUE(fresh.Z() == 1 && fresh.W() == 0);
-    EXPECT_TRUE(Q::IDENTITY == Q(1, 0, 0, 0) && Q::ZERO == Q(0, 0, 0, 0) && fresh != Q::IDENTITY);
+    Q quat;
+    EXPECT_EQ(quat, Q(0, 0, 1, 0));
+    EXPECT_TRUE(quat.Z() == 1 && quat.W() == 0);
+    EXPECT_TRUE(Q::IDENTITY == Q(1, 0, 0, 0) && Q::ZERO == Q(0, 0, 0, 0) && quat != Q::IDENTITY);
     EXPECT_TRUE(Q::ms_iNext[0] == 1 && Q::ms_iNext[1] == 2 && Q::ms_iNext[2] == 0);
-    fresh.X() = 5, fresh.Y() = 6, fresh[2] = 7, fresh.W() = 8;
-    Q const q = fresh;
+    quat.X() = 5, quat.Y() = 6, quat[2] = 7, quat.W() = 8;
+    Q const q = quat;
     typename Kit<Q>::T const* const elements = q;
     EXPECT_TRUE(elements[0] == 5 && elements[1] == 6 && elements[2] == 7 && elements[3] == 8);
     EXPECT_TRUE(q.X() == 5 && q.Y() == 6 && q.Z() == 7 && q.W() == 8 && q[3] == 8);
     EXPECT_FALSE(Q(1, 2, 3, Kit<Q>::nan) == Q(1, 2, 3, Kit<Q>::nan));
+}
+
+TYPED_TEST(AnyQuat, TakesEveryTypeOfIntegerAsIndex) {
+    using Q = TypeParam;
+    enum Element { THIRD = 2 };
+    expectIndex<int, Q>();
+    expectIndex<Element, Q>();
+    expectIndex<unsigned char, Q>();
+    expectIndex<short, Q>();
+    expectIndex<unsigned int, Q>();
+    expectIndex<long, Q>();
+    expectIndex<std::ptrdiff_t, Q>();
+    expectIndex<std::size_t, Q>();
+    expectIndex<long long, Q>();
+}
+
+TYPED_TEST(AnyQuat, CalculatesAtCompileTime) {
+    using Q = TypeParam;
+    constexpr Q q = Q(1, 2, 3, 4) * Q(0, 1, 0, 0) + (Q(1, 1, 1, 1) - -Q().Conjugate() * 2) / 4;
+    static_assert(q == Q(-1.75, 1.25, 3.75, -2.75) && q != q.getInverse());
+    static_assert(noexcept(Q::Slerp(1, q, q))&& noexcept(Q(q))&& noexcept(q < q));
+    EXPECT_EQ(q.Dot(q), 26.25f);
 }
 
 TYPED_TEST(AnyQuat, CalculatesElementByElement) {
@@ -104,6 +136,10 @@ TYPED_TEST(AnyQuat, MultipliesAndInverts) {
     EXPECT_EQ(half, Q(0.5, 0, 0, 0));
     EXPECT_TRUE(std::signbit(half[1]) && std::signbit(half[2]) && std::signbit(half[3]));
     EXPECT_EQ(Q(1, -1, 1, -1).getInverse(), Q(0.25, 0.25, -0.25, 0.25));
+    for (double tiny : {1e-5, 1e-17}) {
+        auto const size = typename Kit<Q>::T(tiny);
+        EXPECT_NEAR(Q(0, size, 0, 0).getInverse()[1] * size, -1, 2 * Kit<Q>::eps) << "no length is too small";
+    }
     EXPECT_EQ(Q::ZERO.getInverse(), Q::ZERO);
     EXPECT_FALSE(std::signbit(Q::ZERO.getInverse()[1]));
     EXPECT_EQ(Kit<Q>::make(Kit<Q>::isFloat ? 1e-30 : 1e-200, 0, 0, 0).getInverse(), Q::ZERO)
@@ -111,12 +147,12 @@ TYPED_TEST(AnyQuat, MultipliesAndInverts) {
     EXPECT_EQ(Q(1, 0, 0, Kit<Q>::nan).getInverse(), Q::ZERO);
 }
 
-TYPED_TEST(AnyQuat, IsMadeOfAnAxisAsItIs) {
+TYPED_TEST(AnyQuat, DoesNotNormaliseTheAxis) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
     T const halfTurn = T(pi);
     Q const q(Vector3<T>(0, 0, 2), halfTurn);
-    // The cosine of the half angle is what rounding pi leaves of a right angle.
+    // The cosine of half the angle is not 0 because pi is rounded.
     EXPECT_EQ(q[0], Kit<Q>::isFloat ? T(-4.3711388e-8) : T(6.123233995736766e-17));
     EXPECT_EQ(q[3], 2);
     Q r;
@@ -124,18 +160,18 @@ TYPED_TEST(AnyQuat, IsMadeOfAnAxisAsItIs) {
     EXPECT_LE(Kit<Q>::apart(r, Kit<Q>::make(std::sqrt(0.75), 0.5, 1, -1.5)), 2 * Kit<Q>::eps);
 }
 
-TYPED_TEST(AnyQuat, TellsAxisAndAngle) {
+TYPED_TEST(AnyQuat, ReturnsAxisAndAngle) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
     Vector3<T> axis(9, 9, 9);
     T angle = 9;
     Q::IDENTITY.ToAxisAngle(axis, angle);
     EXPECT_TRUE(angle == 0 && axis == Vector3<T>(1, 0, 0));
-    Q(0.5, 0, 3, -4).ToAxisAngle(axis, angle); // the scalar part alone tells the angle
+    Q(0.5, 0, 3, -4).ToAxisAngle(axis, angle); // the angle depends on the scalar part only
     EXPECT_NEAR(angle, 2 * pi / 3, 2 * Kit<Q>::eps);
     EXPECT_NEAR(axis.y, 0.6, Kit<Q>::eps);
     EXPECT_NEAR(axis.z, -0.8, Kit<Q>::eps);
-    // The last vector part that counts as none, and the first that does not.
+    // The largest vector part that counts as none, and the next one.
     T y = T(1e-4);
     while (double(y * y) > 1.0e-8) y = Kit<Q>::below(y);
     while (double(Kit<Q>::above(y) * Kit<Q>::above(y)) <= 1.0e-8) y = Kit<Q>::above(y);
@@ -154,7 +190,7 @@ TYPED_TEST(AnyQuat, HasLogarithmAndExponential) {
     EXPECT_LE(Kit<Q>::apart(Kit<Q>::make(7, 0, 0, pi / 6).Exp(), Kit<Q>::onCircle(pi / 6)), 4 * Kit<Q>::eps);
     EXPECT_LE(Kit<Q>::apart(Kit<Q>::onCircle(pi / 6).Log(), Kit<Q>::make(0, 0, 0, pi / 6)), 4 * Kit<Q>::eps);
     EXPECT_EQ(Q(5, 0, 0, 0).Exp(), Q(1, 0, 0, 0));
-    // From a scalar part of 1 on the vector part stays; half an epsilon below -1, the angle is nearly pi.
+    // A scalar part of 1 or more keeps the vector part; half an epsilon above -1, the angle is nearly pi.
     EXPECT_EQ(Q(1, 2, 3, 4).Log(), Q(0, 2, 3, 4));
     EXPECT_EQ(Q(-1, 2, 3, 4).Log(), Q(0, 2, 3, 4));
     EXPECT_EQ(Q(Kit<Q>::nan, 2, 3, 4).Log(), Q(0, 2, 3, 4));
@@ -164,7 +200,7 @@ TYPED_TEST(AnyQuat, HasLogarithmAndExponential) {
     EXPECT_NEAR(Q(nearly, 0, 0, 1).Log()[3], 1, sine);
 }
 
-TEST(Exponential, DividesNoTinySine) {
+TEST(Exp, DoesNotDivideATinySine) {
     // At the double nearest to pi the sine is 1.2e-16. Then at both sides of 1e-8.
     EXPECT_EQ(DQuat(0, 0, pi, 0).Exp()[2], pi);
     EXPECT_EQ(DQuat(0, 0, pi - 0.99e-8, 0).Exp()[2], pi - 0.99e-8);
@@ -184,7 +220,7 @@ TYPED_TEST(AnyQuat, InterpolatesAlongTheArc) {
     EXPECT_LE(Kit<Q>::apart(Q::Slerp(T(0.25), at(0), at(60)), at(15)), few);
     EXPECT_LE(Kit<Q>::apart(Q::Slerp(1, at(0), at(60)), at(60)), few);
     EXPECT_LE(Kit<Q>::apart(Q::Slerp(2, at(10), at(60)), at(110)), few);
-    // A negative product is not turned round: to -q leads the long way, here backwards through -82.5 degrees.
+    // The sign is never flipped: -q is reached the long way, here backwards through -82.5 degrees.
     EXPECT_LE(Kit<Q>::apart(Q::Slerp(T(0.5), at(0), -at(15)), at(-82.5)), 4 * few);
     // Half turns on the way, forwards and backwards.
     EXPECT_LE(Kit<Q>::apart(Q::SlerpExtraSpins(T(0.5), at(0), at(45), 0), at(22.5)), few);
@@ -192,13 +228,13 @@ TYPED_TEST(AnyQuat, InterpolatesAlongTheArc) {
     EXPECT_LE(Kit<Q>::apart(Q::SlerpExtraSpins(T(0.25), at(0), at(45), -2), at(11.25 - 90)), few);
 }
 
-TYPED_TEST(AnyQuat, InterpolatesBetweenLikesAndBeyondOne) {
+TYPED_TEST(AnyQuat, InterpolatesBetweenEqualsAndBeyondOne) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
     T const eps = Kit<Q>::eps, tiny = T(1e-9), t = T(0.25);
-    // A unit quaternion and itself, however its product is rounded; and the last and first beyond the grace.
+    // A unit quaternion and itself, however its product is rounded; and both sides of the tolerance.
     int beyond = 0;
-    everyTurn([&](Plain const&, std::array<double, 4> const& e) {
+    forEachRotation([&](Plain const&, std::array<double, 4> const& e) {
         Q const q = Kit<Q>::make(e);
         beyond += q.Dot(q) > 1;
         ASSERT_TRUE(Q::Slerp(t, q, q) == q && Q::SlerpExtraSpins(t, q, q, 3) == q);
@@ -214,7 +250,7 @@ TYPED_TEST(AnyQuat, InterpolatesBetweenLikesAndBeyondOne) {
     EXPECT_TRUE(Kit<Q>::isNaN(Q::SlerpExtraSpins(t, Q(1, 0, 0, 0), Q(-1 - eps, 0, 0, 0), 0)));
 }
 
-TYPED_TEST(AnyQuat, PassesControlPoints) {
+TYPED_TEST(AnyQuat, InterpolatesWithControlPoints) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
     // b = k, a = b exp(0.6 i), c = b exp(0.8 j): the inner point is k exp(-0.15 i - 0.2 j), 0.25 away.
@@ -231,13 +267,13 @@ TYPED_TEST(AnyQuat, PassesControlPoints) {
               16 * Kit<Q>::eps); // three interpolations
 }
 
-TEST(Order, FollowsBitPatterns) {
+TEST(CompareArrays, FollowsBitPatterns) {
     EXPECT_GT(Quat(-1, 0, 0, 0), Quat(1, 0, 0, 0));
     EXPECT_GT(Quat(-0.0f, 0, 0, 0), Quat(9, 0, 0, 0));
     EXPECT_EQ(Quat(1, 2, 3, 4).CompareArrays(Quat(1, 2, 4, 3)), -1);
     EXPECT_EQ(Quat(1, 2, 3, 5).CompareArrays(Quat(1, 2, 3, 4)), 1);
     EXPECT_EQ(Quat(std::nanf(""), 0, 0, 0).CompareArrays(Quat(std::nanf(""), 0, 0, 0)), 0);
-    // DQuat by the low halves alone.
+    // DQuat compares only the low halves.
     double const next = std::nextafter(1.0, 2.0); // its low half is 1, that of any small integer 0
     EXPECT_EQ(DQuat(1, 2, -3, 4).CompareArrays(DQuat(5, 6, 7, 8)), 0);
     EXPECT_GT(DQuat(next, 0, 0, 0), DQuat(1024, 0, 0, 0));
@@ -254,7 +290,7 @@ TYPED_TEST(AnyQuat, ComparesWithSixOperators) {
     EXPECT_TRUE(!(low < like) && low <= like && !(low > like) && low >= like && low == like && low != high);
 }
 
-TEST(Matrices, AreWrittenWhereAndAsPreciselyAsStated) {
+TEST(QuatToMatrix, WritesOnlyTheRotation) {
     Matrix3<double> m;
     Matrix4<double> placement;
     std::fill_n(placement.data(), 16, 7);
@@ -268,14 +304,14 @@ TEST(Matrices, AreWrittenWhereAndAsPreciselyAsStated) {
     EXPECT_LE((v - Vector3<double>(2, -1, 5)).length(), 1e-15);
 }
 
-TYPED_TEST(AnyQuat, TurnsAsPlainMatricesDo) {
+TYPED_TEST(AnyQuat, RotatesLikePlainMatrices) {
     using Q = TypeParam;
     using T = typename Kit<Q>::T;
     // Elements up to 1, each of three products of rounded elements: 8 epsilon; back through a root, 16.
     T const few = 8 * Kit<Q>::eps, more = 16 * Kit<Q>::eps;
-    Plain before = turnAbout(0, 0);
+    Plain before = rotationAbout(0, 0);
     Q product = Q::IDENTITY;
-    everyTurn([&](Plain const& r, std::array<double, 4> const& e) {
+    forEachRotation([&](Plain const& r, std::array<double, 4> const& e) {
         Q const first = Kit<Q>::make(e), last = Kit<Q>::make(e[1], e[2], e[3], e[0]);
         Q const sign = first * T(first[0] < 0 ? -1 : 1);
         Matrix4<T> placement;
@@ -290,11 +326,11 @@ TYPED_TEST(AnyQuat, TurnsAsPlainMatricesDo) {
         Q again;
         again.FromRotationMatrix(filled<Matrix3<T>>(r, false));
         ASSERT_LE(Kit<Q>::apart(again, read), more);
-        // The product of two turns is the product of their matrices.
+        // The product of two rotations is the product of their matrices.
         (first * product).QuatToMatrix(&m);
         ASSERT_LE(distance(m, r * before, Kit<Q>::isFloat), 2 * more);
         product = first, before = r;
-        // Log and Exp undo each other, as do an axis with its angle; near a half turn the sine is small.
+        // Log and Exp are inverse, as are the two conversions of axis and angle; near a half turn the sine is small.
         if (sign[0] > T(0.01) && sign[0] < T(0.9)) {
             Vector3<T> axis;
             T angle;
@@ -308,7 +344,7 @@ TYPED_TEST(AnyQuat, TurnsAsPlainMatricesDo) {
 TYPED_TEST(AnyQuat, TakesTheLowestOfEqualPivots) {
     using Q = TypeParam;
     using M = Matrix4<typename Kit<Q>::T>;
-    // Half turns about diagonals between two axes: the lower axis comes out positive.
+    // Half turns about diagonals between two axes: the component of the lower axis is positive.
     double const s = std::sqrt(0.5);
     auto const expect = [](Plain const& r, double x, double y, double z) {
         EXPECT_LE(Kit<Q>::apart(Kit<Q>::fromColumns(r), Kit<Q>::make(0, x, y, z)), Kit<Q>::eps) << x << y;
@@ -330,12 +366,49 @@ TYPED_TEST(AnyQuat, BranchesWhereTheTraceIsZero) {
     };
     EXPECT_EQ(read(0), Q(-0.5, 0.5, 0.5, 0.5));
     EXPECT_LE(Kit<Q>::apart(read(1e-30), Q(0.5, -0.5, -0.5, -0.5)), Kit<Q>::eps);
-    // The trace is narrowed before it is looked at: one too small for a float is 0.
+    // The trace is narrowed before it is compared: one too small for a float is 0.
     EXPECT_GT(read(1e-50)[0] * (Kit<Q>::isFloat ? -1 : 1), 0);
 }
 
 TEST(Quat, ComparesDiagonalsInDouble) {
-    // The second diagonal element is larger by less than a float shows, and still the pivot.
+    // The second diagonal element is larger by less than a float can hold, and still the pivot.
     Quat const q = Kit<Quat>::fromColumns({{{-0.25, -1, 0}, {-1, -0.25 + 1e-12, 0}, {0, 0, -0.5}}});
     EXPECT_TRUE(q[2] > 0 && q[1] < 0);
+}
+
+TYPED_TEST(AnyQuat, NeverDividesByZeroInAMatrix) {
+    using Q = TypeParam;
+    using T = typename Kit<Q>::T;
+    // Diagonals of every sign with ties: the root is at least 1 for the largest element of a trace up to 0.
+    double const values[] = {-1e6, -2, -1, -0.5, -1e-30, 0, 1e-30, 0.5, 1, 2, 1e6};
+    for (double x : values)
+        for (double y : values)
+            for (double z : values) {
+                Plain const r = {{{x, 0.5, 0.25}, {-0.5, y, 0.125}, {-0.25, 1, z}}};
+                Matrix4<T> placement = filled<Matrix4<T>>(r, true);
+                for (Q const& q : {Kit<Q>::fromColumns(r), Q(&placement)})
+                    for (int i = 0; i < 4; ++i) ASSERT_LE(std::abs(q[i]), 1000) << x << ' ' << y << ' ' << z;
+            }
+}
+
+// Last bits, which saved scenes depend on. Every figure differs when the step is calculated in the other precision, or
+// with divisions in place of one reciprocal.
+TEST(Quat, KeepsItsLastBits) {
+    float volatile const forSine = 0x1.f5ap-7f, forCosine = 0x1.ec6p-7f,
+                         forArc = -0.75f; // not for the compiler to fold
+    EXPECT_EQ(Quat({1, 0, 0}, forSine)[1], 0x1.f59ebep-8f) << "sine in double";
+    EXPECT_EQ(Quat({1, 0, 0}, forCosine)[0], 0x1.fffc4cp-1f) << "cosine in double";
+    Vector3<float> axis;
+    float angle;
+    Quat(forArc, 1, 3, 1).ToAxisAngle(axis, angle);
+    EXPECT_EQ(angle, 2 * 0x1.359d26p+1f) << "arc cosine in double";
+    EXPECT_EQ(axis, Vector3<float>(0x1.34bf64p-2f, 0x1.cf1f16p-1f, 0x1.34bf64p-2f)) << "one reciprocal";
+    EXPECT_EQ(Quat(1, 2, 3, 0).getInverse(), Quat(0x1.24924ap-4f, -0x1.24924ap-3f, -0x1.b6db7p-3f, 0));
+    EXPECT_EQ(Quat::Slerp(0.5f, Quat(1, 0, 0, 0), Quat(0.05f, 0x1.ff5c0ep-1f, 0, 0)),
+              Quat(0x1.72fab2p-1f, 0x1.60df26p-1f, 0, 0));
+    // With a positive trace the root is taken in float, otherwise in double.
+    EXPECT_EQ(Kit<Quat>::fromColumns({{{0.8, 0, 0}, {0, 0, 0}, {0, 1, 0}}}),
+              Quat(0x1.5775c4p-1f, 0x1.7d9f4ep-2f, 0, 0));
+    EXPECT_EQ(Kit<Quat>::fromColumns({{{0.4, 0, 0}, {1, -0.8, 0}, {0, 1, 0}}}),
+              Quat(0x1.5930bap-2f, 0x1.7bb598p-1f, 0x1.5930bap-2f, 0));
 }

@@ -1,9 +1,9 @@
-// Turns: plain 3x3 matrices for column vectors, made of elementary turns and the textbook product alone, to
-// hold the library's conversions against.
-//     Plain r = turnAbout(2, a) * turnAbout(0, b);         // about x first
-// And seeded sweeps: everyTurn calls back with ten thousand turns, each as such a matrix and as (w, x, y, z).
-#ifndef MRCOMMON_TESTS_MATH_TURNS_H
-#define MRCOMMON_TESTS_MATH_TURNS_H
+// ReferenceRotations: plain 3x3 matrices for column vectors, made only of rotations about the axes and the textbook
+// product, to compare the library's conversions with.
+//     Plain r = rotationAbout(2, a) * rotationAbout(0, b);         // about x first
+// And a seeded sweep: forEachRotation calls back with ten thousand rotations, each as such a matrix and as (w, x, y, z).
+#ifndef MRCOMMON_TESTS_MATH_REFERENCEROTATIONS_H
+#define MRCOMMON_TESTS_MATH_REFERENCEROTATIONS_H
 
 #include <array>
 #include <cmath>
@@ -21,7 +21,7 @@ inline Plain operator*(Plain const& a, Plain const& b) {
     return c;
 }
 
-inline Plain turnAbout(int axis, double angle) {
+inline Plain rotationAbout(int axis, double angle) {
     int const next = (axis + 1) % 3, last = (axis + 2) % 3;
     Plain r;
     r.e[axis][axis] = 1;
@@ -31,7 +31,7 @@ inline Plain turnAbout(int axis, double angle) {
     return r;
 }
 
-/// A matrix of the library, filled with `r` or with its transpose.
+/// Returns a matrix of the library that holds `r` or its transpose.
 template <class M> M filled(Plain const& r, bool transposed) {
     M m;
     for (int i = 0; i < 9; ++i)
@@ -40,10 +40,10 @@ template <class M> M filled(Plain const& r, bool transposed) {
     return m;
 }
 
-/// The larger of two differences; infinite, and staying so, where one is NaN.
+/// Returns the larger of two differences, infinite if one is NaN.
 inline double worse(double a, double b) { return b <= a ? a : std::isnan(b) ? HUGE_VAL : b; }
 
-/// The largest difference between an element of `m` and of `r`, or of its transpose.
+/// Returns the largest difference between the elements of `m` and those of `r` or of its transpose.
 template <class M> double distance(M const& m, Plain const& r, bool transposed) {
     double worst = 0;
     for (int i = 0; i < 9; ++i)
@@ -63,16 +63,16 @@ private:
     std::uint64_t state_ = 1970;
 };
 
-/// A turn by c about z, then b about x, then a about z. Its quaternion is worked out from the half angles:
-/// z x z by cos(b/2) cos((a+c)/2), sin(b/2) cos((a-c)/2), sin(b/2) sin((a-c)/2), cos(b/2) sin((a+c)/2).
-template <class Visit> void everyTurn(Visit const& visit) {
+/// Visits rotations by c about z, then b about x, then a about z. Their quaternions follow from the half angles:
+/// cos(b/2) cos((a+c)/2), sin(b/2) cos((a-c)/2), sin(b/2) sin((a-c)/2), cos(b/2) sin((a+c)/2).
+template <class Visit> void forEachRotation(Visit const& visit) {
     Uniform uniform;
     for (int i = 0; i < 10000; ++i) {
         double const a = uniform(-3.14, 3.14), b = uniform(0, 3.14), c = uniform(-3.14, 3.14);
         std::array<double, 4> const wxyz = {
             std::cos(b / 2) * std::cos((a + c) / 2), std::sin(b / 2) * std::cos((a - c) / 2),
             std::sin(b / 2) * std::sin((a - c) / 2), std::cos(b / 2) * std::sin((a + c) / 2)};
-        visit(turnAbout(2, a) * turnAbout(0, b) * turnAbout(2, c), wxyz);
+        visit(rotationAbout(2, a) * rotationAbout(0, b) * rotationAbout(2, c), wxyz);
     }
 }
 

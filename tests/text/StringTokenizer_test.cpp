@@ -1,10 +1,11 @@
-// StringTokenizer: what is handed out and what remains, step by step.
+// StringTokenizer: the tokens and the rest after each of them.
 #include <MRCommon/text/StringTokenizer.h>
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <tuple>
+#include <utility>
 
 using StringTools::StringTokenizer;
 
@@ -78,6 +79,31 @@ TEST(StringTokenizer, FiltersTokens) {
     EXPECT_EQ(t.filterNextTokenWithLimit("=", ";"), "abc");
     EXPECT_EQ(t.filterNextToken(""), "d;d=e;") << "an empty filter removes nothing";
     EXPECT_EQ(t.filterNextTokenWithLimit("=", "a"), "lst");
+}
+
+TEST(StringTokenizer, IsEmptyAndUsableAfterAMove) {
+    auto const expectEmpty = [](StringTokenizer& t) {
+        EXPECT_FALSE(t.hasMoreTokens());
+        EXPECT_EQ(t.countTokens(), 0u);
+        EXPECT_EQ(t.remainingString() + t.nextToken() + t.nextTokenWithLimit("=") + t.nextToken(";"), "");
+        EXPECT_EQ(t.nextIntToken(), 0);
+    };
+    for (std::string const text :
+         {"a,b,c,d", "a,a text that is far too long for the string's own buffer,c"}) {
+        StringTokenizer from(text, ",");
+        EXPECT_EQ(from.nextToken(), "a");
+        std::string const rest = from.remainingString();
+        StringTokenizer to(std::move(from));
+        EXPECT_EQ(to.remainingString(), rest);
+        expectEmpty(from);
+        StringTokenizer assigned("x;y", ";");
+        assigned = std::move(to);
+        EXPECT_EQ(assigned.remainingString(), rest);
+        EXPECT_EQ(assigned.countTokens(), text.size() == 7 ? 3u : 2u);
+        expectEmpty(to);
+        to = assigned;
+        EXPECT_EQ(to.remainingString(), rest);
+    }
 }
 
 TEST(StringTokenizer, AgreesWithCuttingTheFrontOffEachTime) {

@@ -1,5 +1,7 @@
 #include <MRCommon/math/EulerAngles.h>
 
+#include <MRCommon/basic/Matrix3.h>
+#include <MRCommon/basic/Tuple.h>
 #include <MRCommon/math/Quat.h>
 #include <MRCommon/math/RotationMatrix.h>
 
@@ -19,7 +21,7 @@ void Quaternion<T>::getAngles_ZXY(T const& a, T const& b, T const& c, T const& d
     constexpr T quarterTurn = T(1.5707963267948966);
     T const n = a * a + b * b + c * c + d * d;
     T const s = 2 * (a * d - b * c) / n;
-    // Only rounding takes s beyond 1 or -1; at exactly 1 and -1 the arc sine is good enough.
+    // Intentional: only rounding takes s beyond 1 or -1; exactly 1 and -1 go through the arc sine.
     if (s > 1)
         angles = {0, quarterTurn, 2 * std::atan2(-c, d)};
     else if (s < -1)
@@ -40,7 +42,7 @@ void Quaternion<T>::getAngles(QN_PERMUTATION_XYZ const& order, Tuple3<T, T, T>& 
     case PERMUTATION_XYZ_102: getAngles_ZXY(-x, -y, -z, w, angles); break;
     default: return;
     }
-    // These orders take the angles of the inverse rotation, backwards.
+    // In these orders the angles are those of the inverse rotation, reversed and negated.
     angles = {-angles[2], -angles[1], -angles[0]};
 }
 
@@ -55,34 +57,21 @@ using namespace quarn;
 
 namespace {
 
-/// Meant: the minimum that the components of `to` are held against is never lowered, so that a finite `to`
-/// always has axis 2, whatever its smallest component.
-Vector3<float> fallbackAxis(Vector3<float> const& to) {
-    Vector3<float> chosen(0, 0, 0);
-    for (int i = 0; i < 3; ++i)
-        if (to[i] < std::numeric_limits<float>::max()) {
-            chosen = {0, 0, 0};
-            chosen[i] = 1;
-        }
-    return chosen.cross(to);
+/// Returns the unit vector along `cross`, a product of two vectors. It is NaN if the product is 0 or not finite, as for
+/// opposite directions, which have no single axis between them.
+Vector3<float> unitAxis(Vector3<float> const& cross) {
+    Vector3<double> const wide(cross.x, cross.y, cross.z);
+    double const length = wide.length();
+    auto const component = [&](int i) { return static_cast<float>(wide[i] / length); };
+    return {component(0), component(1), component(2)};
 }
 
-/// The unit vector along `cross`, the product of a unit vector and `to`. A product of 0 gives NaN: then the
-/// length is NaN and not tiny, and no fallback is taken.
-Vector3<float> turningAxis(Vector3<float> const& cross, Vector3<float> const& to) {
-    Vector3<double> axis(cross.x, cross.y, cross.z);
-    double const length = axis.length();
-    axis = {axis.x / length, axis.y / length, axis.z / length};
-    // A tiny length is left only by an infinite one before.
-    if (std::abs(axis.length()) < std::numeric_limits<double>::epsilon()) return fallbackAxis(to);
-    return {static_cast<float>(axis.x), static_cast<float>(axis.y), static_cast<float>(axis.z)};
-}
-
-Vector3<float> degrees(Quat const& turn, QN_PERMUTATION_XYZ order, double sign) {
+/// Returns the angles about x, y and z, in degrees and multiplied by `sign`, of a rotation in the given axis order.
+Vector3<float> degrees(Quat const& rotation, QN_PERMUTATION_XYZ order, double sign) {
     Matrix3<double> m;
     Quaternion<double> q;
     Tuple3<double, double, double> angles;
-    turn.QuatToMatrix(&m);
+    rotation.QuatToMatrix(&m);
     matrix3tools::getQuaternion_VERSION3(m, q);
     q.getAngles(order, angles);
     auto const about = [&](int axis) {
@@ -99,10 +88,10 @@ Vector3<float> getEulerAngles(Vector3<float>* from, Vector3<float> const& to, in
     Vector3<float> const n = *from * (1 / from->length());
     Vector3<float> const cross = n.cross(to);
     float dot = n.dot(to);
-    // Rounding alone pushes the product of like directions past 1.
+    // Rounding may push the product of equal directions above 1.
     if (dot > 1 && dot <= 1 + 4 * std::numeric_limits<float>::epsilon()) dot = 1;
     if (dot == 1 || (cross == none && dot > 0 && dot < 1)) return none;
-    Quat const turn(turningAxis(cross, to), static_cast<float>(std::acos(static_cast<double>(dot))));
-    if (mode == 1) return degrees(turn, PERMUTATION_XYZ_102, 1);
-    return degrees(turn, mode == 2 ? PERMUTATION_XYZ_120 : PERMUTATION_XYZ_201, -1);
+    Quat const rotation(unitAxis(cross), static_cast<float>(std::acos(static_cast<double>(dot))));
+    if (mode == 1) return degrees(rotation, PERMUTATION_XYZ_102, 1);
+    return degrees(rotation, mode == 2 ? PERMUTATION_XYZ_120 : PERMUTATION_XYZ_201, -1);
 }

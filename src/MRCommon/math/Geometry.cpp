@@ -14,7 +14,7 @@ T distanceToLine(Vector3<T> const& p, Vector3<T> const& a, Vector3<T> const& b, 
                  Vector3<T>* closest) {
     Vector3<T> const d = b - a;
     T u = (p - a).dot(d) / d.dot(d);
-    if (clampToSegment) { // NaN passes both comparisons
+    if (clampToSegment) { // both comparisons are false for NaN, which stays
         if (0 > u)
             u = 0;
         else if (u > 1)
@@ -51,7 +51,7 @@ Vector3<float> transformPoint(Vector3<float> const& c, Matrix4<float> const& m) 
     return {column(0), column(1), column(2)};
 }
 
-/// The matrix of q for column vectors: calculated in double, its elements narrowed.
+/// Returns the matrix of q for column vectors, calculated in double and narrowed.
 Matrix3<float> rotationOf(Quaternion<float> const& q) {
     Matrix3<double> wide;
     detail::writeRotation<detail::Stored::ForColumns>(wide, q.x, q.y, q.z, q.w);
@@ -66,13 +66,13 @@ Vector3<float> rotate(Matrix3<float> const& r, Vector3<float> const& v) {
     return {row(0), row(1), row(2)};
 }
 
-/// Whether p lies behind none of the three faces that meet in `corner`, from where the edges lead inwards.
+/// Returns whether p is inside all three faces that meet in `corner`, from which the edges lead inwards.
 bool isInsideCorner(Vector3<float> const& p, Vector3<float> const& corner, Vector3<float> const& extent,
                     Matrix3<float> const& r) {
     Vector3<float> const d = p - corner;
     bool const outside = d.dot(rotate(r, {extent.x, 0, 0})) <= 0 || d.dot(rotate(r, {0, extent.y, 0})) <= 0 ||
                          d.dot(rotate(r, {0, 0, extent.z})) <= 0;
-    return !outside; // Meant: NaN is not outside.
+    return !outside; // Intentional: NaN is not outside.
 }
 
 } // namespace
@@ -114,7 +114,7 @@ bool CrossCheck(int a0, int a1, int a2, int b0, int b1, int b2, int* opposite, i
     };
     if (isIn(b, a0) + isIn(b, a1) + isIn(b, a2) != 2) return false;
     *own = !isIn(b, a0) ? a0 : !isIn(b, a1) ? a1 : a2;
-    // A vertex of the second triangle that the first has too is one of the shared two.
+    // A vertex of the second triangle that the first also has is one of the two shared ones.
     auto const found = std::find_if(b, b + 3, [&](int vertex) { return !isIn(a, vertex); });
     if (found != b + 3) *opposite = *found;
     return true;

@@ -4,7 +4,7 @@
 
 void resetRandomSequence() { std::srand(1970); }
 
-// The factor is 2^-31. A draw near the largest rounds up as a float, which is how 1 comes about.
+// The factor is 2^-31. The largest numbers round up to 2^31 as a float, which gives 1.
 float DameRandom() { return static_cast<float>(std::rand()) * 4.656613e-10f; }
 
 float DameRandom11() {

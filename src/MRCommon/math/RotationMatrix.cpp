@@ -17,7 +17,7 @@ template <class T> Vector3<T> transformAxis(Matrix4<T> const& m, Vector3<T> cons
 
 } // namespace
 
-// Each threshold is the number just below 1e-28 and 1e-56.
+// The thresholds are the numbers just below 1e-28 and 1e-56.
 Vector3<float> TransformaEje(Matrix4<float> const& m, Vector3<float> const& axis) {
     return transformAxis(m, axis, 9.9999994e-29f);
 }
@@ -29,7 +29,7 @@ Vector3<double> TransformaEje(Matrix4<double> const& m, Vector3<double> const& a
 namespace quarn::matrix3tools {
 
 template <class M, class T> void getQuaternion_VERSION3(M const& m, Quaternion<T>& q) {
-    // The root and its factor belong to the largest of the four components.
+    // The root and its factor belong to the largest of the four components; the root is at least 1.
     T s, f;
     auto const root = [&](T squared) {
         s = std::sqrt(squared);

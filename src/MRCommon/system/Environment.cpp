@@ -2,4 +2,4 @@
 
 #include <cstdlib>
 
-bool isEnvironmentVariableDefined(char const* name) { return std::getenv(name) != nullptr; }
+bool isEnvironmentVariableDefined(char const* name) noexcept { return std::getenv(name) != nullptr; }

@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::string_view separators = "/\\";
 
-/// Where the file name begins; 0 where no separator stands behind the first character.
+/// Returns where the file name begins; 0 without a separator after the first character.
 std::size_t fileNameStart(std::string_view path) {
     std::size_t const last = path.find_last_of(separators);
     return last == std::string_view::npos || last == 0 ? 0 : last + 1;
 }
 
-void makeDirectory(char const* path) { mkdir(path, 0777); } // one that exists is as good as a new one
+void makeDirectory(char const* path) { mkdir(path, 0777); } // one that exists already is fine
 
 } // namespace
 
@@ -34,7 +34,7 @@ bool makeSurePathExists(char const* path) {
     return access(path, F_OK) == 0;
 }
 
-unsigned int GetFullPathName2(char const* path, int, char* dir, char const** filePart) {
+unsigned int GetFullPathName2(char const* path, int, char* dir, char const** filePart) noexcept {
     std::size_t const length = std::strlen(path);
     std::size_t const start = fileNameStart({path, length});
     if (start == 0) return 0;
@@ -44,9 +44,9 @@ unsigned int GetFullPathName2(char const* path, int, char* dir, char const** fil
     return static_cast<unsigned int>(length);
 }
 
-char* PathFindFileName(char* path) { return path + fileNameStart(path); }
+char* PathFindFileName(char* path) noexcept { return path + fileNameStart(path); }
 
-unsigned int replaceCharacter(char* text, char from, char to) {
+unsigned int replaceCharacter(char* text, char from, char to) noexcept {
     unsigned int count = 0;
     for (; *text != '\0'; ++text) {
         if (*text != from) continue;

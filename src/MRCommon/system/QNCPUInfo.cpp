@@ -33,8 +33,9 @@ QNCPUInfo& QNCPUInfo::instance() {
 }
 
 QNCPUInfo::QNCPUInfo() {
-    std::array<char, 12> const
-        identification{}; // meant: never filled from the processor, so no vendor is found
+    // Intentional: never filled from the processor, so no vendor matches. Tested by
+    // QNCPUInfo.MatchesNoVendor.
+    std::array<char, 12> const identification{};
     for (Vendor const& vendor : vendors) {
         if (!identifies(identification.data(), vendor)) continue;
         vendorCode = vendor.code;
@@ -44,9 +45,9 @@ QNCPUInfo::QNCPUInfo() {
 
 QNCPUInfo::~QNCPUInfo() = default;
 
-bool QNCPUInfo::isMTCPU() const { return false; }
+bool QNCPUInfo::isMTCPU() const noexcept { return false; }
 
-unsigned int QNCPUInfo::numLogicalPerPackage() const { return logicalPerPackage; }
+unsigned int QNCPUInfo::numLogicalPerPackage() const noexcept { return logicalPerPackage; }
 
 unsigned int QNCPUInfo::numCoresPerPackage() const {
     if (logicalPerPackage != 0) return 1;
@@ -55,16 +56,16 @@ unsigned int QNCPUInfo::numCoresPerPackage() const {
     return 0;
 }
 
-unsigned int QNCPUInfo::totalLogicalProcessors() const { return 0; }
+unsigned int QNCPUInfo::totalLogicalProcessors() const noexcept { return 0; }
 
-unsigned int QNCPUInfo::numProcessingPackages() const { return 0; }
+unsigned int QNCPUInfo::numProcessingPackages() const noexcept { return 0; }
 
-unsigned int QNCPUInfo::getAPIC_ID() const { return 0; }
+unsigned int QNCPUInfo::getAPIC_ID() const noexcept { return 0; }
 
 int QNCPUInfo::printAPICInfo() const {
     unsigned int const cores = numCoresPerPackage();
     unsigned int const logicalPerCore = cores == 0 ? 0 : logicalPerPackage / cores;
-    unsigned int identifiers = 1; // worked out and, as it is meant, not told
+    unsigned int identifiers = 1; // intentional: computed, but not printed
     while (identifiers < logicalPerCore) identifiers *= 2;
     return 1;
 }

@@ -1,7 +1,7 @@
-// QNCPUInfo: the processor as the application is to see it: one package with one core and one logical
-// processor.
+// QNCPUInfo: the processor as the application sees it: one core and one logical processor for each package.
 //     QNCPUInfo::instance().numCoresPerPackage()      // 1
-// Meant: the processor is not asked. Every count that is not 1 is 0, on every machine.
+// Intentional: the processor is not queried. On every machine the two counts for each package are 1, and all
+// others, the number of packages included, are 0. Tested by QNCPUInfo.ReturnsFixedAnswers.
 #ifndef MRCOMMON_SYSTEM_QNCPUINFO_H
 #define MRCOMMON_SYSTEM_QNCPUINFO_H
 
@@ -9,26 +9,31 @@
 
 class MRCOMMON_API QNCPUInfo {
 public:
-    /// The process's object: made on first use, from any thread, and never changed.
+    /// Returns the process-wide object. Its creation on first use is thread-safe, and it never changes.
     static QNCPUInfo& instance();
 
     QNCPUInfo();
-    virtual ~QNCPUInfo(); ///< slots 0 and 1, the last
+    QNCPUInfo(QNCPUInfo const&) = delete;
+    QNCPUInfo& operator=(QNCPUInfo const&) = delete;
+    virtual ~QNCPUInfo(); ///< slots 0 and 1, the last ones
 
-    bool isMTCPU() const;                      ///< false
-    unsigned int numLogicalPerPackage() const; ///< 1
-    unsigned int
-    numCoresPerPackage() const; ///< 1; without a logical processor 0 and the line "else" on stdout
-    unsigned int totalLogicalProcessors() const; ///< 0
-    unsigned int numProcessingPackages() const;  ///< 0
-    unsigned int getAPIC_ID() const;             ///< 0
+    bool isMTCPU() const noexcept;                      ///< false
+    unsigned int numLogicalPerPackage() const noexcept; ///< 1
 
-    /// 1. Prints nothing of its own, unlike its name.
+    /// Returns 1. In a derived class without a logical processor, prints the line "else" to stdout and
+    /// returns 0.
+    unsigned int numCoresPerPackage() const;
+
+    unsigned int totalLogicalProcessors() const noexcept; ///< 0
+    unsigned int numProcessingPackages() const noexcept;  ///< 0
+    unsigned int getAPIC_ID() const noexcept;             ///< 0
+
+    /// Returns 1. Despite its name, prints no more than `numCoresPerPackage`.
     int printAPICInfo() const;
 
 protected:
-    unsigned char logicalPerPackage = 1; ///< may be set by a class derived from this one
-    int vendorCode = 0;                  ///< 457 and 456 for the two known vendors, 0 for any other
+    unsigned char logicalPerPackage = 1; ///< may be set by a derived class
+    int vendorCode = 0;                  ///< 457 or 456 for the two known vendors, otherwise 0
 };
 
 #endif

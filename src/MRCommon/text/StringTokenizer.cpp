@@ -4,6 +4,7 @@
 #include <MRCommon/text/StringTools.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace StringTools {
 
@@ -11,9 +12,10 @@ using quarn::detail::leadingInteger;
 
 namespace {
 
-/// Whether two delimiters may stand in a row: their first characters then stand a delimiter's length apart.
-/// Looks at every pair of such characters without a branch, many at a time.
-bool mayHoldRuns(std::string const& text, std::string const& delimiter) {
+/// Returns false only if no delimiter follows another directly: the first characters of two such delimiters
+/// are a delimiter's length apart. Compares every such pair without a branch, so that the compiler vectorises
+/// it.
+bool mayContainRuns(std::string const& text, std::string const& delimiter) {
     int found = 0;
     char const first = delimiter[0];
     for (std::size_t i = 0, j = delimiter.size(); j < text.size(); ++i, ++j)
@@ -22,7 +24,7 @@ bool mayHoldRuns(std::string const& text, std::string const& delimiter) {
 }
 
 std::string withSingleDelimiters(std::string const& text, std::string const& delimiter) {
-    if (!mayHoldRuns(text, delimiter)) return text;
+    if (!mayContainRuns(text, delimiter)) return text;
     std::string result;
     result.reserve(text.size());
     std::size_t done = 0;
@@ -40,18 +42,29 @@ std::string withSingleDelimiters(std::string const& text, std::string const& del
 StringTokenizer::StringTokenizer(std::string const& text, std::string const& delimiter) {
     if (text.empty() || delimiter.empty()) return;
     delimiter_ = delimiter;
-    remaining_ = withSingleDelimiters(text, delimiter);
+    text_ = withSingleDelimiters(text, delimiter);
     std::size_t const length = delimiter.size();
-    if (remaining_.compare(0, length, delimiter) == 0) remaining_.erase(0, length);
-    if (remaining_.size() >= length && remaining_.compare(remaining_.size() - length, length, delimiter) == 0)
-        remaining_.resize(remaining_.size() - length);
+    if (text_.compare(0, length, delimiter) == 0) text_.erase(0, length);
+    if (text_.size() >= length && text_.compare(text_.size() - length, length, delimiter) == 0)
+        text_.resize(text_.size() - length);
 }
 
-unsigned int StringTokenizer::countTokens() const {
+StringTokenizer::StringTokenizer(StringTokenizer&& other) noexcept
+    : text_(std::exchange(other.text_, {})), delimiter_(std::exchange(other.delimiter_, {})),
+      position_(std::exchange(other.position_, 0)) {}
+
+StringTokenizer& StringTokenizer::operator=(StringTokenizer&& other) noexcept {
+    text_ = std::exchange(other.text_, {});
+    delimiter_ = std::exchange(other.delimiter_, {});
+    position_ = std::exchange(other.position_, 0);
+    return *this;
+}
+
+unsigned int StringTokenizer::countTokens() const noexcept {
     if (!hasMoreTokens()) return 0;
     unsigned int count = 1;
-    std::size_t hit = remaining_.find(delimiter_, position_);
-    for (; hit != std::string::npos; hit = remaining_.find(delimiter_, hit + delimiter_.size())) ++count;
+    std::size_t hit = text_.find(delimiter_, position_);
+    for (; hit != std::string::npos; hit = text_.find(delimiter_, hit + delimiter_.size())) ++count;
     return count;
 }
 
@@ -87,17 +100,13 @@ std::string StringTokenizer::filterNextTokenWithLimit(std::string const& limit, 
     return replace_all(nextTokenWithLimit(limit), filter, "");
 }
 
-/// The rest up to the next delimiter, all of it where there is none.
-std::string_view StringTokenizer::nextPiece(std::string_view delimiter) const {
+/// Returns the rest up to the next delimiter; all of it without one.
+std::string_view StringTokenizer::nextPiece(std::string_view delimiter) const noexcept {
     return rest().substr(0, delimiter.empty() ? std::string_view::npos : rest().find(delimiter));
 }
 
-void StringTokenizer::skipPiece(std::size_t length, std::size_t delimiterLength) {
-    position_ = length == rest().size() ? remaining_.size() : position_ + length + delimiterLength;
-    // What was handed out is cut off once it outweighs the rest, so each character moves a few times at most.
-    if (position_ <= remaining_.size() / 2) return;
-    remaining_.erase(0, position_);
-    position_ = 0;
+void StringTokenizer::skipPiece(std::size_t length, std::size_t delimiterLength) noexcept {
+    position_ = length == rest().size() ? text_.size() : position_ + length + delimiterLength;
 }
 
 } // namespace StringTools

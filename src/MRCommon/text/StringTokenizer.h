@@ -1,10 +1,10 @@
-// StringTokenizer: hands out the pieces of a text one at a time, separated by a delimiter that is a whole
+// StringTokenizer: hands out the pieces of a string one at a time, separated by a delimiter that is a whole
 // string.
 //     StringTools::StringTokenizer t("a::b::::c", "::");
 //     t.nextToken();                    // "a"
 //     t.remainingString();              // "b::c": runs of the delimiter count as one
-// Nothing is reported: once all is handed out, every token is empty and every number 0. Going through a whole
-// text takes time in proportion to its length.
+// No errors are reported: once everything is handed out, every token is empty and every number 0; so is a
+// tokenizer that was moved from. Going through a string takes time in proportion to its length.
 #ifndef MRCOMMON_TEXT_STRINGTOKENIZER_H
 #define MRCOMMON_TEXT_STRINGTOKENIZER_H
 
@@ -18,52 +18,66 @@ namespace StringTools {
 
 class MRCOMMON_API StringTokenizer {
 public:
-    /// Delimiters at both ends of the text are dropped and runs of them become one, so that the stored
-    /// delimiter gives no empty token. An empty delimiter disables the whole text.
+    /// Drops delimiters at both ends of the text and merges runs of them, so that the stored delimiter gives
+    /// no empty token. If the delimiter is empty, there is not a single token.
     StringTokenizer(std::string const& text, std::string const& delimiter);
 
-    unsigned int countTokens() const;                                   ///< tokens still to come
-    bool hasMoreTokens() const { return !rest().empty(); }              ///< whether countTokens() is not 0
-    std::string remainingString() const { return std::string(rest()); } ///< what is not handed out yet
+    MRCOMMON_HIDDEN StringTokenizer(StringTokenizer const&) = default;
+    StringTokenizer(StringTokenizer&& other) noexcept;
+    MRCOMMON_HIDDEN StringTokenizer& operator=(StringTokenizer const&) = default;
+    StringTokenizer& operator=(StringTokenizer&& other) noexcept;
+    MRCOMMON_HIDDEN ~StringTokenizer() = default;
 
-    /// The text before the next delimiter; the tokenizer goes on behind it.
+    [[nodiscard]] unsigned int countTokens() const noexcept; ///< tokens still to come
+    [[nodiscard]] MRCOMMON_HIDDEN bool hasMoreTokens() const noexcept {
+        return !rest().empty();
+    } ///< countTokens() != 0
+    [[nodiscard]] MRCOMMON_HIDDEN std::string remainingString() const {
+        return std::string(rest());
+    } ///< not handed out yet
+
+    /// Returns the text before the next delimiter and continues after it.
     std::string nextToken();
 
-    /// The same with another delimiter for this one call. Its runs count singly, so tokens may be empty; an
-    /// empty one hands out the whole rest.
+    /// Does the same with another delimiter for this one call. Its runs are not merged, so tokens may be
+    /// empty; if it is empty, the whole rest is handed out.
     std::string nextToken(std::string const& delimiter);
 
     ///@{
-    /// The next token as a number, by the standard conversions: blanks before it are skipped, it ends at the
-    /// first character that does not fit, and 0 stands for none. Of an integer too long the low 32 bits
-    /// count.
+    /// Returns the next token as a number, by the standard conversions: leading blanks are skipped, the
+    /// number ends at the first character that does not fit, and without a number 0 is returned. An integer
+    /// saturates at 64 bits, and its low 32 bits are returned. The decimal point of a float is that of
+    /// LC_NUMERIC, which a host leaves at "C" so that "0.5" is a half everywhere.
     int nextIntToken();
     double nextFloatToken();
     ///@}
 
     ///@{
-    /// The next token up to `limit`: from "key=value;next" at ";" with "=" it gives "key" and leaves "next".
-    /// Meant: where the token does not hold the limit, the whole rest is returned, delimiters and all, though
-    /// only the token is taken: "plain;next" gives "plain;next" and leaves "next".
+    /// Returns the next token up to `limit`: with "=" the text "key=value;next", split at ";", gives "key"
+    /// and leaves "next". Intentional: if the token does not contain the limit, the whole rest is returned,
+    /// delimiters included, although only the token is consumed: "plain;next" gives "plain;next" and leaves
+    /// "next". Tested by StringTokenizer.CutsAtALimit.
     std::string nextTokenWithLimit(std::string const& limit);
     int nextIntTokenWithLimit(std::string const& limit);
     ///@}
 
     ///@{
-    /// The next token without any `filter`; what closes up behind a removal is not searched again ("ab" out
-    /// of "aabb" leaves "ab"). An empty filter removes nothing.
+    /// Returns the next token without any `filter`. What a removal joins is not searched again: "ab" removed
+    /// from "aabb" leaves "ab". An empty filter removes nothing.
     std::string filterNextToken(std::string const& filter);
     std::string filterNextTokenWithLimit(std::string const& limit, std::string const& filter);
     ///@}
 
 private:
-    std::string_view rest() const { return std::string_view(remaining_).substr(position_); }
-    std::string_view nextPiece(std::string_view delimiter) const;
-    void skipPiece(std::size_t length, std::size_t delimiterLength);
+    MRCOMMON_HIDDEN std::string_view rest() const noexcept {
+        return {text_.data() + position_, text_.size() - position_};
+    }
+    std::string_view nextPiece(std::string_view delimiter) const noexcept;
+    void skipPiece(std::size_t length, std::size_t delimiterLength) noexcept;
 
-    std::string remaining_; ///< what is not handed out yet, behind at most as much that is
+    std::string text_; ///< what was handed out included
     std::string delimiter_;
-    std::size_t position_ = 0; ///< where in `remaining_` the rest begins
+    std::size_t position_ = 0; ///< where the rest begins in `text_`
 };
 
 } // namespace StringTools

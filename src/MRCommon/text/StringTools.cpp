@@ -14,7 +14,7 @@ namespace StringTools {
 
 namespace {
 
-/// Which bytes belong to a class of characters.
+/// A set of bytes.
 class CharacterSet {
 public:
     constexpr explicit CharacterSet(std::string_view members) {
@@ -29,14 +29,14 @@ private:
 constexpr CharacterSet isWhitespace(" \t\n\v\f\r");
 constexpr CharacterSet isAlphanumeric("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
 
-/// The characters of `text` for which `keep` holds, in a result of exactly their number.
+/// Returns the characters of `text` for which `keep` is true, in a string of exactly their number.
 template <class Keep> std::string filtered(std::string const& text, Keep const& keep) {
     std::string result(static_cast<std::size_t>(std::count_if(text.begin(), text.end(), keep)), '\0');
     std::copy_if(text.begin(), text.end(), result.begin(), keep);
     return result;
 }
 
-/// What a byte becomes in a URL.
+/// The characters that represent a byte in a URL.
 struct UrlCode {
     std::array<char, 3> text;
     unsigned char length;
@@ -59,7 +59,7 @@ constexpr std::array<UrlCode, 256> urlCodes = makeUrlCodes();
 
 UrlCode const& urlCode(char c) { return urlCodes[static_cast<unsigned char>(c)]; }
 
-/// Takes a text apart at single characters, one token at a time.
+/// Splits a string at single characters, one token at a time.
 class Splitter {
 public:
     Splitter(std::string const& text, std::string const& delimiters) : text_(text), isDelimiter_(delimiters) {
@@ -80,7 +80,7 @@ public:
         if (!atEnd()) ++position_;
     }
 
-    /// The same where quotes and backslashes count.
+    /// Does the same, interpreting quotes and backslashes.
     void takeQuoted(std::vector<std::string>& tokens) {
         std::string token = scanQuoted();
         if (!token.empty()) tokens.push_back(std::move(token));
@@ -101,7 +101,7 @@ private:
                 escaped = true;
                 continue;
             }
-            // A backslash before anything but a quote or a backslash stands for itself.
+            // Before any other character a backslash is an ordinary character.
             if (escaped && c != '"' && c != '\\') token += '\\';
             token += c;
             escaped = false;
@@ -117,8 +117,35 @@ private:
     std::string_view text_;
     CharacterSet isDelimiter_;
     std::size_t position_ = 0;
-    bool insideQuotes_ = false; // lives from token to token
+    bool insideQuotes_ = false; // kept from token to token
 };
+
+/// Prints at most `size` bytes, the terminator included, and returns the length of the whole text; 0 if it
+/// cannot be printed.
+[[gnu::format(printf, 3, 0)]] std::size_t printInto(char* out, std::size_t size, char const* format,
+                                                    std::va_list arguments) {
+    auto const print = [&] {
+        std::va_list copy;
+        va_copy(copy, arguments);
+        int const length = std::vsnprintf(out, size, format, copy);
+        va_end(copy);
+        return length;
+    };
+    int length = print();
+    if (length < 0) {
+        // errno may be older than this call: it was not cleared, since "%m" prints it.
+        errno = 0;
+        length = print();
+        if (length < 0 && errno == ENOMEM) throw std::bad_alloc();
+    }
+    return length < 0 ? 0 : static_cast<std::size_t>(length);
+}
+
+/// Returns how many tokens may be split off before the rest becomes the last one.
+std::size_t tokensBeforeRest(int limit) {
+    if (limit == 0) return std::numeric_limits<std::size_t>::max();
+    return limit < 2 ? 0 : static_cast<std::size_t>(limit) - 1;
+}
 
 } // namespace
 
@@ -137,18 +164,15 @@ std::string format(char const* format, ...) {
 
 std::string vformat(char const* format, std::va_list arguments) {
     std::array<char, 8192> local;
-    std::va_list again;
-    va_copy(again, arguments);
-    int const length = std::vsnprintf(local.data(), local.size(), format, again);
-    va_end(again);
-    if (length < 0) {
-        if (errno == ENOMEM) throw std::bad_alloc();
-        return {};
-    }
-    auto const size = static_cast<std::size_t>(length);
-    if (size < local.size()) return {local.data(), size};
-    std::string text(size, '\0'); // the terminator has its place behind the last character
-    if (std::vsnprintf(text.data(), size + 1, format, arguments) != length) throw std::bad_alloc();
+    std::size_t length = printInto(local.data(), local.size(), format, arguments);
+    if (length < local.size()) return {local.data(), length};
+    // An argument may change meanwhile (another thread, "%n"), so the length is only final once it fits.
+    std::string text;
+    do {
+        text.resize(length);
+        length = printInto(text.data(), text.size() + 1, format, arguments);
+    } while (length > text.size());
+    text.resize(length);
     return text;
 }
 
@@ -175,10 +199,7 @@ std::vector<std::string> tokenize(std::string const& text, std::string const& de
                                   bool quoting) {
     std::vector<std::string> tokens;
     Splitter splitter(text, delimiters);
-    // As many tokens as may be split off before the rest is handed out whole.
-    std::size_t const most = limit == 0  ? std::numeric_limits<std::size_t>::max()
-                             : limit < 2 ? 0
-                                         : static_cast<std::size_t>(limit) - 1;
+    std::size_t const most = tokensBeforeRest(limit);
     while (tokens.size() < most) {
         splitter.skipDelimiters(); // before each token, but not before the rest
         if (splitter.atEnd()) return tokens;
@@ -191,7 +212,7 @@ std::vector<std::string> tokenize(std::string const& text, std::string const& de
     return tokens;
 }
 
-unsigned int parseDuration(std::string const& text) {
+unsigned int parseDuration(std::string const& text) noexcept {
     unsigned int total = 0;
     unsigned int number = 0;
     auto const take = [&](unsigned int minutesPerUnit) {
@@ -201,7 +222,7 @@ unsigned int parseDuration(std::string const& text) {
         if (c >= '0' && c <= '9') number = number * 10 + static_cast<unsigned int>(c - '0');
         if (c == 'h' || c == 'H') take(60);
         if (c == 'd' || c == 'D') take(24 * 60);
-        if (c == 'w') take(7 * 24 * 60); // meant: a capital W is no unit
+        if (c == 'w') take(7 * 24 * 60); // intentional: an uppercase W is not a unit
     }
     return total + number;
 }
@@ -209,7 +230,8 @@ unsigned int parseDuration(std::string const& text) {
 std::string url_encode(std::string const& text) {
     std::size_t length = 0;
     for (char const c : text) length += urlCode(c).length;
-    // Whole codes are copied and the next one overlaps what was too much: two bytes of room for the last.
+    // Every code is copied with all its three bytes, and the next one overwrites the surplus: two bytes more
+    // for the last.
     std::string result(length + 2, '\0');
     char* out = result.data();
     for (char const c : text) {
@@ -226,7 +248,7 @@ std::string escape(std::string const& text, char escapeCharacter) {
     std::string result(2 * text.size() - static_cast<std::size_t>(letters), '\0');
     char* out = result.data();
     for (char const c : text) {
-        *out = escapeCharacter; // overwritten where none is needed
+        *out = escapeCharacter; // overwritten if not needed
         out += isAlphanumeric(c) ? 0 : 1;
         *out++ = c;
     }
@@ -237,7 +259,8 @@ std::string unescape(std::string const& text, char escapeCharacter) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == escapeCharacter && ++i == text.size()) {
+        if (text[i] == escapeCharacter) ++i;
+        if (i == text.size()) {
             std::fputs("Found escape character at end of string\n", stderr);
             break;
         }
@@ -246,10 +269,12 @@ std::string unescape(std::string const& text, char escapeCharacter) {
     return result;
 }
 
-int unescape_lookup(std::string const& text, char escapeCharacter, char wanted) {
+int unescape_lookup(std::string const& text, char escapeCharacter, char wanted) noexcept {
     std::size_t const end = std::min<std::size_t>(text.size(), std::numeric_limits<int>::max());
-    for (std::size_t i = 0; i < end; i += text[i] == escapeCharacter ? 2 : 1)
+    for (std::size_t i = 0; i < end; ++i) {
         if (text[i] == wanted) return static_cast<int>(i);
+        if (text[i] == escapeCharacter) ++i;
+    }
     return -1;
 }
 

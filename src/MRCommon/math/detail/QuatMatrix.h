@@ -1,19 +1,25 @@
-// QuatMatrix: rotation matrices out of quaternions and back, once for every precision and convention.
-// Q is a quaternion type with four elements behind operator[]; M a matrix with elements behind
-// operator()(row, column), of which the upper left 3x3 block alone is touched. No part of the public surface.
+// QuatMatrix: rotation matrices from quaternions and back, written once for every precision and convention.
+// Q is a quaternion type with operator[] for its four elements; M is a matrix with operator()(row, column), of which only
+// the upper left 3x3 block is used. Not part of the public surface, and hidden like the rest of the algebra.
 #ifndef MRCOMMON_MATH_DETAIL_QUATMATRIX_H
 #define MRCOMMON_MATH_DETAIL_QUATMATRIX_H
 
+#include <MRCommon/Export.h>
 #include <MRCommon/math/detail/QuatAlgebra.h>
 
-namespace quarn::detail {
+#include <cmath>
+#include <type_traits>
+#include <utility>
+
+namespace quarn {
+namespace MRCOMMON_HIDDEN detail {
 
 template <class M> using MatrixElement = std::decay_t<decltype(std::declval<M const&>()(0, 0))>;
 
-/// For column vectors the matrix is the textbook one; for row vectors it is stored transposed.
+/// A matrix for column vectors is the textbook one; a matrix for row vectors is its transpose.
 enum class Stored { ForColumns, ForRows };
 
-template <Stored stored, class M> constexpr auto& at(M& m, int row, int column) {
+template <Stored stored, class M> constexpr auto& at(M& m, int row, int column) noexcept {
     return stored == Stored::ForColumns ? m(row, column) : m(column, row);
 }
 
@@ -21,24 +27,21 @@ template <Stored stored, class M> constexpr auto& at(M& m, int row, int column) 
 struct ScalarFirst {
     static constexpr int scalar = 0, vector = 1;
     static constexpr Stored stored = Stored::ForColumns;
-    static constexpr bool guarded = false; ///< a pivot of length 0 gives infinities
 };
 
 /// The convention of the 4x4 conversions.
 struct ScalarLast {
     static constexpr int scalar = 3, vector = 0;
     static constexpr Stored stored = Stored::ForRows;
-    static constexpr bool guarded = true; ///< a pivot of length 0 gives zeros
 };
 
 /// The axis after each axis, cyclically.
 constexpr int AXIS_AFTER[3] = {1, 2, 0};
 
-/// Writes the rotation of (x, y, z, w), w the scalar part, calculated in the matrix's precision. Nothing is
-/// normalised.
+/// Writes the rotation of (x, y, z, w), w the scalar part, calculated in the matrix's precision. Nothing is normalised.
 template <Stored stored, class M>
-inline void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixElement<M> z,
-                          MatrixElement<M> w) {
+void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixElement<M> z,
+                   MatrixElement<M> w) noexcept {
     using T = MatrixElement<M>;
     T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
     T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
@@ -54,7 +57,7 @@ inline void writeRotation(M& m, MatrixElement<M> x, MatrixElement<M> y, MatrixEl
     at<stored>(m, 2, 2) = 1 - (xx + yy);
 }
 
-template <class Convention, class Q, class T = QuatElement<Q>> inline Q arranged(T w, T x, T y, T z) {
+template <class Convention, class Q, class T = QuatElement<Q>> Q arranged(T w, T x, T y, T z) noexcept {
     Q q;
     q[Convention::scalar] = w;
     q[Convention::vector] = x;
@@ -64,13 +67,14 @@ template <class Convention, class Q, class T = QuatElement<Q>> inline Q arranged
 }
 
 /// Axis i has the largest diagonal element. Calculated in the matrix's precision, narrowed when stored.
-template <class Convention, class Q, int i, class M> inline Q fromPivot(M const& m) {
+/// The root needs no guard: with a trace that is not positive and the largest element at i, m(i, i) - m(j, j) - m(k, k)
+/// is never negative, rounding included, so that s is at least 1, or NaN.
+template <class Convention, class Q, int i, class M> Q fromPivot(M const& m) noexcept {
     using T = QuatElement<Q>;
     using S = MatrixElement<M>;
     constexpr Stored stored = Convention::stored;
     constexpr int j = AXIS_AFTER[i], k = AXIS_AFTER[j];
-    S const s = std::sqrt(m(i, i) - m(j, j) - m(k, k) + 1);
-    S const f = Convention::guarded && s == 0 ? s : S(0.5) / s;
+    S const s = std::sqrt(m(i, i) - m(j, j) - m(k, k) + 1), f = S(0.5) / s;
     Q q;
     q[Convention::vector + i] = static_cast<T>(S(0.5) * s);
     q[Convention::scalar] = static_cast<T>((at<stored>(m, k, j) - at<stored>(m, j, k)) * f);
@@ -79,8 +83,8 @@ template <class Convention, class Q, int i, class M> inline Q fromPivot(M const&
     return q;
 }
 
-/// The trace and its root are taken in the quaternion's precision, each difference in the matrix's.
-template <class Convention, class Q, class M> inline Q fromRotation(M const& m) {
+/// The trace and its root are calculated in the quaternion's precision, each difference in the matrix's.
+template <class Convention, class Q, class M> Q fromRotation(M const& m) noexcept {
     using T = QuatElement<Q>;
     constexpr Stored stored = Convention::stored;
     T const trace = static_cast<T>(m(0, 0) + m(1, 1) + m(2, 2));
@@ -96,6 +100,7 @@ template <class Convention, class Q, class M> inline Q fromRotation(M const& m) 
     return m(2, 2) > m(0, 0) ? fromPivot<Convention, Q, 2>(m) : fromPivot<Convention, Q, 0>(m);
 }
 
-} // namespace quarn::detail
+} // namespace detail
+} // namespace quarn
 
 #endif

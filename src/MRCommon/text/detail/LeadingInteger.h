@@ -1,6 +1,7 @@
-// leadingInteger: the number that a text begins with, by the standard conversion.
+// leadingInteger: the number at the beginning of a string, by the standard conversion.
 //     leadingInteger(" -12abc")         -12
-// Blanks before it and a sign are accepted, 0 stands for no number, and what 64 bits cannot hold saturates.
+// Blanks and a sign before it are accepted. Returns 0 without a number; a number that does not fit 64
+// bits saturates.
 #ifndef MRCOMMON_TEXT_DETAIL_LEADINGINTEGER_H
 #define MRCOMMON_TEXT_DETAIL_LEADINGINTEGER_H
 

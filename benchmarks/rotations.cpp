@@ -1,14 +1,11 @@
-// DQuat and Quat beside the rotation libraries that were found, and beside the leanest inline form of their
-// own formulas. Every library's results are held against ours before anything is timed; then each row is
-// repeated in shuffled turns and its medians are printed, in nanoseconds and as ratios (above 1: ours costs
-// more).
-//     bench_quat [--benchmark_filter=slerp]
-// All inputs are unit quaternions with turns below 90 degrees, so that no library takes a special case. Quat
-// has no product with a vector: its row goes through the 4x4 matrix, as a caller's would.
+// Rotations: DQuat and Quat compared with the rotation libraries that were found, and with the leanest inline form of their
+// own formulas (the floor). Every library's results are compared with ours before anything is timed.
+// All inputs are unit quaternions with angles below 90 degrees, for which no library takes a special case. Quat has no
+// product with a vector: that row goes through the 4x4 matrix, as a caller would.
 #include <MRCommon/math/DQuat.h>
 #include <MRCommon/math/Quat.h>
 
-#include "Medians.h"
+#include "Report.h"
 
 #include <benchmark/benchmark.h>
 
@@ -25,7 +22,9 @@
 #include <ImathQuat.h>
 #endif
 
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <random>
 #include <string>
@@ -35,8 +34,8 @@ using namespace quarn;
 
 namespace {
 
-using Values =
-    std::vector<double>; // a result in one form for all: w x y z, x y z, or rows for column vectors
+/// A result in one form for all libraries: w x y z, x y z, or the rows of a matrix for column vectors.
+using Values = std::vector<double>;
 
 template <class T> struct Turn {
     Vector3<T> axis;
@@ -63,8 +62,7 @@ template <class T> struct Ours {
         return m;
     }
     static Q fromMatrix(M const& m) {
-        M copy = m;
-        return Q(&copy);
+        return Q(const_cast<M*>(&m)); // only read from, although not declared so
     }
     static V rotate(Q const& a, V const& v) {
         if constexpr (isFloat) {
@@ -94,7 +92,7 @@ template <class T> struct Ours {
     }
 };
 
-/// The same formulas on bare arrays, as one would write them for this program alone.
+/// The same formulas on plain arrays, as one would write them for this program alone.
 template <class T> struct Lean : Ours<T> {
     struct Q {
         T e[4];
@@ -178,7 +176,7 @@ template <class T> struct Lean : Ours<T> {
     }
 };
 
-/// What the peers have in common: one way of making a quaternion, whatever it is for.
+/// What the peers have in common: a quaternion is made in the same way for every use.
 template <class Self, class T, class Quaternion> struct Peer {
     using Q = Quaternion;
     static Q make(T w, T x, T y, T z) { return Q(w, x, y, z); }
@@ -270,7 +268,7 @@ template <class T> struct ImathPeer : Peer<ImathPeer<T>, T, Imath::Quat<T>> {
 };
 #endif
 
-constexpr std::size_t COUNT = 512;
+constexpr std::size_t COUNT = 4096;
 
 /// The inputs, the same numbers for every library of one precision.
 template <class L, class T> struct Inputs {
@@ -319,8 +317,6 @@ bool agrees(std::string const& row, std::vector<Values> const& got, double toler
     return true;
 }
 
-bool allAgree = true;
-
 template <class L, class T> void addLibrary(std::string const& library) {
     static Inputs<L, T> const in;
     auto const add = [&](char const* operation, auto calculate, auto values) {
@@ -328,10 +324,10 @@ template <class L, class T> void addLibrary(std::string const& library) {
         std::vector<Values> results;
         for (std::size_t i = 0; i < COUNT; ++i) results.push_back(values(calculate(i)));
         if (!agrees(row, results, sizeof(T) == 4 ? 2e-5 : 1e-13)) {
-            std::printf("%s: %s disagrees\n", row.c_str(), library.c_str());
-            allAgree = false;
+            std::fprintf(stderr, "%s: %s has other results\n", row.c_str(), library.c_str());
+            std::exit(1);
         }
-        benchmark::RegisterBenchmark((row + "/" + library).c_str(), [=](benchmark::State& state) {
+        Report::add(row, library, COUNT, [=](benchmark::State& state) {
             std::vector<decltype(calculate(0))> out(COUNT, calculate(0));
             for (auto _ : state) {
                 for (std::size_t i = 0; i < COUNT; ++i) out[i] = calculate(i);
@@ -362,23 +358,9 @@ template <class L, class T> void addLibrary(std::string const& library) {
         "to-axis-angle", [](std::size_t i) { return L::toAxisAngle(in.q[i]); }, any);
 }
 
-void print(std::string const& row, Medians const& of) {
-    double const ours = of.at("ours");
-    std::string fastest = "-";
-    for (auto const& [library, median] : of)
-        if (library != "ours" && library != "lean" && (fastest == "-" || median < of.at(fastest)))
-            fastest = library;
-    auto const ratio = [&](std::string const& library) {
-        auto const found = of.find(library);
-        return found == of.end() ? std::nan("") : ours / found->second;
-    };
-    std::printf("%-24s%9.2f%9.2f%8s%9.2f%8.2f%8.2f%8.2f\n", row.c_str(), ours / COUNT, ratio("lean"),
-                fastest.c_str(), ratio(fastest), ratio("Eigen"), ratio("glm"), ratio("Imath"));
-}
-
 template <class T> void addPrecision() {
     addLibrary<Ours<T>, T>("ours");
-    addLibrary<Lean<T>, T>("lean");
+    addLibrary<Lean<T>, T>("floor");
 #ifdef BENCH_EIGEN
     addLibrary<EigenPeer<T>, T>("Eigen");
 #endif
@@ -395,10 +377,5 @@ template <class T> void addPrecision() {
 int main(int argc, char** argv) {
     addPrecision<double>();
     addPrecision<float>();
-    if (!allAgree) return 1;
-    auto const rows = runForMedians(argc, argv);
-    std::printf("%-24s%9s%9s%8s%9s%8s%8s%8s\n", "row", "ours ns", "of lean", "peer", "of peer", "Eigen",
-                "glm", "Imath");
-    for (auto const& [row, medians] : rows) print(row, medians);
-    return 0;
+    return Report::run("rotations", argc, argv);
 }
