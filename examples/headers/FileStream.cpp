@@ -1,4 +1,4 @@
-// Code for both stream kinds: blocks of bytes, and one question at the end.
+// Code for both stream kinds: blocks of bytes, and one question after the last of them.
 #include <MRCommon/streams/FileStream.h>
 #include <MRCommon/streams/FileStreamRaw.h>
 
@@ -11,11 +11,12 @@ int main() {
     claim(file != nullptr, "a temporary file");
     quarn::FileStreamRaw stream(file);
     writeMark(stream);
+    claim(stream.finish(), "the bytes have left the buffer of the C library, and all went well");
     std::rewind(file);
 
     char bytes[8] = "-------";
     claim(stream.read(bytes, 4) == 4 && bytes[0] == 'M' && bytes[4] == '-', "four bytes come back");
     claim(!stream.failed(), "so far everything was transferred");
-    claim(stream.read(bytes, 4) == 0 && stream.failed(), "behind the end nothing is, and the stream tells");
-    std::fclose(file); // the FILE stayed ours
+    claim(stream.read(bytes, 4) == 0 && stream.failed(), "nothing follows the end, and the stream remembers");
+    std::fclose(file); // the FILE is still ours
 }

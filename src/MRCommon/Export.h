@@ -8,8 +8,8 @@
 // arguments carry the macro, the header says `extern template class`, one source file says `template class`.
 // An argument type without the macro, an empty tag included, makes the whole instance vanish silently.
 //
-// A class that is defined in its header alone is exported as a type, for the sake of those instances and of its
-// type information, but its members are hidden one by one:
+// A header-only class is exported as a type, because those instances and its type information need that, but its
+// members are hidden one by one:
 //     template <class T> class MRCOMMON_API Pair {
 //         MRCOMMON_HIDDEN T sum() const { ... }
 //         MRCOMMON_HIDDEN_COPIES(Pair)
@@ -19,7 +19,7 @@
 // multiplications it changes the last bits of everybody's results. A hidden member stays in its module, even if
 // the plug-in is compiled without -fvisibility=hidden. Clang does not hide member templates of class templates;
 // so there are none. Header constants are hidden too: a visible one is a unique symbol with GCC, which pins the
-// plug-in that brings it. Instances of C++ standard templates remain visible without optimisation; only a linker
+// plug-in that defines it. Instances of C++ standard templates remain visible without optimisation; only a linker
 // option of the plug-in hides them (docs/plug-ins.md).
 #ifndef MRCOMMON_EXPORT_H
 #define MRCOMMON_EXPORT_H
@@ -31,12 +31,15 @@
 /// Hides an inline member or friend of an exported class; before a namespace's name, everything in the block.
 #define MRCOMMON_HIDDEN [[gnu::visibility("hidden")]]
 
-/// Declares copy, move and destruction as the compiler would, but hidden. Trivial ones stay trivial.
+/// Declares copy, move and destruction as the compiler would, but hidden. Trivial ones stay trivial. Moving the
+/// members must not throw.
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name
 #define MRCOMMON_HIDDEN_COPIES(CLASS)                                                                        \
     MRCOMMON_HIDDEN CLASS(CLASS const&) = default;                                                           \
-    MRCOMMON_HIDDEN CLASS(CLASS&&) = default;                                                                \
+    MRCOMMON_HIDDEN CLASS(CLASS&&) noexcept = default;                                                       \
     MRCOMMON_HIDDEN CLASS& operator=(CLASS const&) = default;                                                \
-    MRCOMMON_HIDDEN CLASS& operator=(CLASS&&) = default;                                                     \
+    MRCOMMON_HIDDEN CLASS& operator=(CLASS&&) noexcept = default;                                            \
     MRCOMMON_HIDDEN ~CLASS() = default;
+// NOLINTEND(bugprone-macro-parentheses)
 
 #endif

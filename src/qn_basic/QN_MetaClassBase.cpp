@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <vector>
 
@@ -13,15 +15,15 @@ using MetaClass = QN_MetaClassBase const*;
 
 unsigned long long fnv1a(QN_String const& text) {
     unsigned long long hash = 14695981039346656037ull;
-    std::for_each(text.begin(), text.begin() + text.length(), [&](char c) {
+    for (char const c : text.view()) {
         hash ^= static_cast<unsigned char>(c);
         hash *= 1099511628211ull;
-    });
+    }
     return hash;
 }
 
-/// The registered classes, oldest first, each with what it is searched by beside it, so that a search walks
-/// through one array.
+/// The registered classes, oldest first. The keys of a search are stored with them, so that it walks through one
+/// array.
 class Registry {
 public:
     unsigned long long add(MetaClass metaClass) {
@@ -40,7 +42,7 @@ public:
         ++changes_;
     }
 
-    /// How often classes have come or gone: what was found out before the last time may be wrong.
+    /// Counts registrations and removals, each of which may change an answer.
     unsigned long long changes() const { return changes_; }
 
     MetaClass find(unsigned long long id) const {
@@ -49,7 +51,7 @@ public:
         return nullptr;
     }
 
-    /// The oldest class of this name that `fits`.
+    /// Returns the oldest class of this name for which `fits` is true, or null.
     template <class Fits> MetaClass find(QN_String const& name, Fits const& fits) const {
         unsigned long long const nameHash = fnv1a(name);
         for (Entry const& entry : entries_)
@@ -65,30 +67,62 @@ public:
 private:
     struct Entry {
         unsigned long long id;
-        unsigned long long nameHash; // the id, unless another class had it
+        unsigned long long nameHash; // equals the id unless that was taken
         MetaClass metaClass;
     };
     std::vector<Entry> entries_;
     unsigned long long changes_ = 0;
 };
 
-/// Made by the first class that registers, hence destroyed behind the last.
+/// Created by the first class that registers, hence destroyed after the last.
 Registry& registry() {
     static Registry classes;
     return classes;
 }
 
-/// What a thread found out lately: throwing takes microseconds, and the same questions come again and again.
-struct Answer {
-    MetaClass descendant, ancestor;
-    unsigned long long changes; ///< of the registry, at that time
-    bool yes;
-};
+/// The latest answers of one thread about ancestors: throwing takes microseconds, and the same questions recur. It
+/// is small, since every thread has one: 16 sets of four, in which the newest answer replaces the oldest.
+class AnswerCache {
+public:
+    /// Returns whether `descendant` descends from `ancestor`, as remembered or else as `ask` returns, which is
+    /// remembered until a class is registered or removed.
+    template <class Ask> bool answer(MetaClass descendant, MetaClass ancestor, Ask const& ask) {
+        if (registryChanges_ != registry().changes()) *this = AnswerCache(registry().changes());
+        Set& set = sets_[setOf(descendant, ancestor)];
+        for (Answer const& known : set)
+            if (known.descendant == descendant && known.ancestor == ancestor) return known.yes;
+        Answer const found{descendant, ancestor, ask()};
+        std::copy_backward(set.begin(), set.end() - 1, set.end());
+        set.front() = found;
+        return found.yes;
+    }
 
-Answer& rememberedAnswer(MetaClass descendant, MetaClass ancestor) {
-    thread_local std::array<Answer, 256> answers{};
-    return answers[(descendant->classId() ^ ancestor->classId() >> 1) % answers.size()];
-}
+    static AnswerCache& ofThisThread() {
+        thread_local AnswerCache cache(0);
+        return cache;
+    }
+
+private:
+    struct Answer {
+        MetaClass descendant, ancestor;
+        bool yes;
+    };
+    using Set = std::array<Answer, 4>;
+
+    constexpr explicit AnswerCache(unsigned long long registryChanges) : registryChanges_(registryChanges) {}
+
+    /// Spreads neighbours in memory, such as the library's own classes, over all sets.
+    static std::size_t setOf(MetaClass descendant, MetaClass ancestor) {
+        return (lineOf(descendant) + 5 * lineOf(ancestor)) % setCount;
+    }
+    static std::uintptr_t lineOf(MetaClass metaClass) {
+        return reinterpret_cast<std::uintptr_t>(metaClass) / 64;
+    }
+
+    static constexpr std::size_t setCount = 16;
+    unsigned long long registryChanges_; // when the answers were found
+    std::array<Set, setCount> sets_{};
+};
 
 bool catches(QN_MetaClassBase::UpcastProbe const& ancestor, QN_MetaClassBase::UpcastProbe const& descendant) {
     return ancestor.catches != nullptr && descendant.throwNull != nullptr &&
@@ -150,11 +184,8 @@ Array<QN_MetaClassBase const*> QN_MetaClassBase::registered() {
 bool QN_MetaClassBase::descendsFrom(QN_MetaClassBase const* ancestor) const {
     if (ancestor == nullptr || this == &metaClass_QN_Class) return false;
     if (ancestor == &metaClass_QN_Class) return true;
-    Answer& answer = rememberedAnswer(this, ancestor);
-    unsigned long long const changes = registry().changes();
-    if (answer.descendant != this || answer.ancestor != ancestor || answer.changes != changes)
-        answer = {this, ancestor, changes, catches(ancestor->upcastProbe(), upcastProbe())};
-    return answer.yes;
+    return AnswerCache::ofThisThread().answer(
+        this, ancestor, [&] { return catches(ancestor->upcastProbe(), upcastProbe()); });
 }
 
 } // namespace quarn

@@ -1,30 +1,31 @@
-// QN_MetaClassBase: what a class is known by at run time, and the registry of all classes.
+// QN_MetaClassBase: describes a class at run time, and gives access to the registry of all classes.
 //     QN_MetaClassBase const* m = QN_MetaClassBase::find("PptyFloat");
 //     void* object = m->metaNew();      // a PptyFloat; yours until m->metaDelete(object)
 //     m->hasAncestor("QN_Class")        // true
 //
-// One object stands for one class: made with the class's name and schema number when its library is loaded,
-// entered in the registry by the constructor and taken out by the destructor, so that a plug-in may be
-// unloaded. The registry is not locked: loading and unloading code must not run beside a look-up.
+// One object describes one class. It is created with the class's name and schema number when the library is loaded;
+// the constructor registers it and the destructor removes it, so that a plug-in can be unloaded. The registry is
+// not locked: no look-up may run while code is loaded or unloaded.
 #ifndef QN_BASIC_QN_METACLASSBASE_H
 #define QN_BASIC_QN_METACLASSBASE_H
 
 #include <MRCommon/basic/Array.h>
 #include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 
 namespace quarn {
 
 class QN_BASIC_API QN_MetaClassBase {
 public:
-    /// How one class asks another whether it descends from it, without an object of either: a null pointer to
-    /// the one is thrown and the handler of the other catches it or does not.
+    /// Decides whether one class descends from another without an object of either: a null pointer to the one is
+    /// thrown, and the other's handler catches it or not.
     struct UpcastProbe {
         void (*throwNull)();                  ///< throws a null pointer to the class; null in the base
-        bool (*catches)(void (*throwNull)()); ///< whether the class's handler takes what the other throws
+        bool (*catches)(void (*throwNull)()); ///< whether the class's handler catches what the other throws
     };
 
-    /// Registers a class. Its id is the 64-bit FNV-1a hash of the name (Fowler, Noll and Vo, 1991), moved on
-    /// by one while taken: unique, and stable for the life of the process.
+    /// Registers a class. Its id is the 64-bit FNV-1a hash of the name (Fowler, Noll and Vo, 1991), increased by
+    /// one while that is taken, and does not change afterwards.
     QN_MetaClassBase(char const* name, unsigned int const& schema);
     QN_MetaClassBase(QN_MetaClassBase const&) = delete;
     QN_MetaClassBase& operator=(QN_MetaClassBase const&) = delete;
@@ -32,31 +33,40 @@ public:
     virtual ~QN_MetaClassBase(); ///< slots 0 and 1
 
     ///@{
-    /// True when the class, or a registered class that it descends from, has this id or name.
+    /// Returns whether the class, or a registered class that it descends from, has this id or name.
     virtual bool hasAncestor(unsigned long long const& id) const; ///< slot 2
     virtual bool hasAncestor(QN_String const& name) const;        ///< slot 3
     ///@}
 
-    /// The schema numbers of the class and of its registered ancestors, added up: it changes whenever the
-    /// record of any of them does.
+    /// Returns the sum of the schema numbers of the class and of its registered ancestors, which changes whenever
+    /// the record format of any of them does.
     virtual unsigned int getGenealogyTreeSchema() const; ///< slot 4
 
     virtual unsigned long getClassSizeOf() const; ///< slot 5: bytes of an object; 0 here
-    virtual void* metaNew() const;                ///< slot 6: a new object, owned by the caller; null here
-    virtual void metaDelete(void*& object) const; ///< slot 7: gives it back and nulls it; nothing here
-    virtual UpcastProbe upcastProbe() const;      ///< slot 8: the last
+    /// Returns a new object, owned by the caller; null here. Slot 6.
+    [[nodiscard]] virtual void* metaNew() const;
+    /// Nulls the pointer and deletes the object; does nothing here. Slot 7.
+    virtual void metaDelete(void*& object) const;
+    virtual UpcastProbe upcastProbe() const; ///< slot 8, the last; null pointers here
 
-    unsigned long long const& classId() const { return id_; }   ///< unique while the object lives
-    QN_String const& className() const { return name_; }        ///< as registered
-    unsigned int const& classSchema() const { return schema_; } ///< the version of the class's record
+    /// Returns the id, unique while the object lives.
+    MRCOMMON_HIDDEN unsigned long long const& classId() const noexcept { return id_; }
+    /// Returns the name as registered.
+    MRCOMMON_HIDDEN QN_String const& className() const noexcept { return name_; }
+    /// Returns the version of the class's record format.
+    MRCOMMON_HIDDEN unsigned int const& classSchema() const noexcept { return schema_; }
 
     /// Prints one line, name, id and schema, to the standard output.
     void printf() const;
 
-    static QN_MetaClassBase const*
-    find(QN_String const& name); ///< null when there is none; the oldest of a name
-    static QN_MetaClassBase const* find(unsigned long long id); ///< null when there is none
-    static Array<QN_MetaClassBase const*> registered();         ///< all of them, in the order of registration
+    ///@{
+    /// Returns the class of this name (the oldest, if there are several) or of this id, or null.
+    [[nodiscard]] static QN_MetaClassBase const* find(QN_String const& name);
+    [[nodiscard]] static QN_MetaClassBase const* find(unsigned long long id);
+    ///@}
+
+    /// Returns all classes in the order of registration.
+    [[nodiscard]] static Array<QN_MetaClassBase const*> registered();
 
 private:
     bool descendsFrom(QN_MetaClassBase const* ancestor) const;
@@ -66,7 +76,7 @@ private:
     unsigned int schema_;
 };
 
-/// The root of all classes.
+/// Describes the root of all classes.
 extern QN_BASIC_API QN_MetaClassBase const metaClass_QN_Class;
 
 } // namespace quarn

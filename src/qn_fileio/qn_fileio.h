@@ -2,10 +2,9 @@
 //     unsigned int n = 258;
 //     WriteUInt(&n, 1, file);           // 00 00 01 02: big-endian on every machine
 //
-// Every function takes a pointer to the first element, a count and a FILE, and returns the number of elements
-// transferred; elements that were not transferred are left as they were. A null FILE stands for the current
-// stream; with none set nothing is transferred. The FILE stays the caller's. The current stream is one for
-// the process and is not guarded against use from several threads.
+// Every function takes a pointer to the first element, a count and a FILE, and returns the number of elements that
+// were transferred completely; the others stay unchanged. A null FILE means the current stream; without one,
+// nothing is transferred. The FILE belongs to the caller. The current stream is process-wide and not thread-safe.
 #ifndef QN_FILEIO_QN_FILEIO_H
 #define QN_FILEIO_QN_FILEIO_H
 
@@ -14,7 +13,7 @@
 #include <cstdio>
 
 ///@{
-/// `count` integers, each four bytes, the most significant first.
+/// Transfer `count` integers, four bytes each, the most significant first.
 QN_FILEIO_API unsigned long ReadUInt(unsigned int* values, unsigned long count, std::FILE* file);
 QN_FILEIO_API unsigned long WriteUInt(unsigned int* values, unsigned long count, std::FILE* file);
 QN_FILEIO_API unsigned long ReadInt(int* values, unsigned long count, std::FILE* file);
@@ -22,7 +21,7 @@ QN_FILEIO_API unsigned long WriteInt(int* values, unsigned long count, std::FILE
 ///@}
 
 ///@{
-/// `count` elements of `elementSize` bytes, as they lie in memory.
+/// Transfer `count` elements of `elementSize` bytes, unchanged.
 QN_FILEIO_API unsigned long ReadBuffer(void* buffer, unsigned long elementSize, unsigned long count,
                                        std::FILE* file);
 QN_FILEIO_API unsigned long WriteBuffer(void const* buffer, unsigned long elementSize, unsigned long count,
@@ -30,8 +29,8 @@ QN_FILEIO_API unsigned long WriteBuffer(void const* buffer, unsigned long elemen
 ///@}
 
 ///@{
-/// The stream that a null FILE stands for; null at first and again after SetCurrentStream(nullptr).
-/// Borrowed: unset it before the FILE is closed.
+/// Set and return the stream that a null FILE means; null at first and after SetCurrentStream(nullptr). The stream
+/// is borrowed: unset it before the FILE is closed.
 QN_FILEIO_API void SetCurrentStream(std::FILE* file);
 QN_FILEIO_API std::FILE* CurrentStream();
 ///@}

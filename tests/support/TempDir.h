@@ -2,8 +2,8 @@
 //     TempDir folder;
 //     folder.touch("fluid_00012.bin");
 //     folder.path("fluid")              // "/tmp/mrcommon-4711-0/fluid"
-#ifndef MRCOMMON_TESTS_SUPPORT_TESTFOLDER_H
-#define MRCOMMON_TESTS_SUPPORT_TESTFOLDER_H
+#ifndef MRCOMMON_TESTS_SUPPORT_TEMPDIR_H
+#define MRCOMMON_TESTS_SUPPORT_TEMPDIR_H
 
 #include <filesystem>
 #include <string>

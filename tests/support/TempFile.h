@@ -2,8 +2,8 @@
 //     TempFile file;
 //     { FileStreamRaw out(file); property.writeTo(out); }
 //     EXPECT_EQ(file.bytes(), hex("02000000 6100 01"));
-#ifndef MRCOMMON_TESTS_SUPPORT_TESTFILE_H
-#define MRCOMMON_TESTS_SUPPORT_TESTFILE_H
+#ifndef MRCOMMON_TESTS_SUPPORT_TEMPFILE_H
+#define MRCOMMON_TESTS_SUPPORT_TEMPFILE_H
 
 #include <cstddef>
 #include <cstdio>

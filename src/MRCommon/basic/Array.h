@@ -1,21 +1,24 @@
-// Array: a list of elements, copied exactly, appended to with an eighth in reserve.
+// Array: a list whose copies are sized exactly and which grows by an eighth when it is appended to.
 //     Array<int> values{10, 20};        // size 2, capacity 2
 //     values.push_back(30);             // size 3, capacity 2 + 0 + 4 = 6
-// In a list of strings every slot beyond the size is a live string: an empty one, or, where the size went
-// down, one whose buffer waits to be used again.
+// In a list of strings every slot past the size is a constructed string: an empty one, or, if the size was
+// reduced, one that keeps its buffer for reuse.
 #ifndef MRCOMMON_BASIC_ARRAY_H
 #define MRCOMMON_BASIC_ARRAY_H
 
 #include <MRCommon/basic/ArrayCore.h>
+#include <MRCommon/Export.h>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace quarn {
 
 template <class T, class W = _Wa> class MRCOMMON_API Array : public ArrayCore<T, T, T*, QN_NO, QN_NO, W> {
 public:
-    Array() noexcept = default;
-    Array(std::initializer_list<T> elements); ///< copies, sized exactly
+    MRCOMMON_HIDDEN Array() noexcept = default;
+    MRCOMMON_HIDDEN Array(std::initializer_list<T> elements); ///< copies them, sized exactly
+    MRCOMMON_HIDDEN_COPIES(Array)
 };
 
 // ---------------------------------------------------------------------------

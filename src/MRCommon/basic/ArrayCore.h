@@ -1,8 +1,8 @@
-// ArrayCore: the storage behind strings and lists: one owned array, a size and a capacity.
+// ArrayCore: the storage of strings and lists: one owned array, a size and a capacity.
 //     Array<int> a;
 //     a.push_back(7);           // size 1, capacity 4: an append grows by one eighth plus four
 //     Array<int> b = a;         // size 1, capacity 1: a copy is sized exactly
-// Every element up to the capacity is a constructed object. Reading past the size is a caller's error.
+// Every element up to the capacity is a constructed object. Precondition: nothing past the size is read.
 #ifndef MRCOMMON_BASIC_ARRAYCORE_H
 #define MRCOMMON_BASIC_ARRAYCORE_H
 
@@ -18,68 +18,74 @@
 
 namespace quarn {
 
-struct MRCOMMON_API QN_NO {}; ///< policy tag: the feature in this place is off
+struct MRCOMMON_API QN_NO {}; ///< policy tag: this feature is off
 struct MRCOMMON_API _Wa {};   ///< policy tag: writable by anyone
 
-/// `T` the element, `Stored` and `Pointer` how it is kept (always `T` and `T*`), the rest policy tags.
+/// `T` is the element type; `Stored` and `Pointer` say how it is stored (always `T` and `T*`); the rest are policy tags.
 template <class T, class Stored, class Pointer, class LockPolicy, class SharePolicy, class W>
 class MRCOMMON_API ArrayCore {
 public:
-    ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
+    MRCOMMON_HIDDEN ArrayCore() noexcept = default; ///< no buffer, size 0, capacity 0
     ///@{
-    /// A copy is sized exactly. What was moved from holds nothing. When memory runs out a target of plain
-    /// elements is left as it was; one of strings may hold some of the new ones.
-    ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
-    ArrayCore(ArrayCore&& other) noexcept { swap(other); }
-    ArrayCore& operator=(ArrayCore const& other);
-    ArrayCore& operator=(ArrayCore&& other) noexcept;
+    /// Copies are sized exactly; a moved-from array has no buffer. If memory runs out while copying, an array of
+    /// plain elements is unchanged. So is a list of strings if its buffer cannot be allocated; if a string in it
+    /// cannot be copied, the list has the new size, the strings before that one are copied, and the others
+    /// are empty, or the old ones if the capacity did not change.
+    MRCOMMON_HIDDEN ArrayCore(ArrayCore const& other) : ArrayCore() { assign(other); }
+    MRCOMMON_HIDDEN ArrayCore(ArrayCore&& other) noexcept { swap(other); }
+    MRCOMMON_HIDDEN ArrayCore& operator=(ArrayCore const& other);
+    MRCOMMON_HIDDEN ArrayCore& operator=(ArrayCore&& other) noexcept;
     ///@}
-    ~ArrayCore() { delete[] data_; }
+    MRCOMMON_HIDDEN ~ArrayCore() { delete[] data_; }
 
-    unsigned int size() const { return size_; }         ///< elements in use
-    unsigned int capacity() const { return capacity_; } ///< elements allocated, all of them constructed
-    bool empty() const { return size_ == 0; }           ///< whether the size is 0
+    /// Returns how many elements are in use.
+    MRCOMMON_HIDDEN unsigned int size() const noexcept { return size_; }
+    /// Returns how many elements are allocated, all of them constructed.
+    MRCOMMON_HIDDEN unsigned int capacity() const noexcept { return capacity_; }
+    [[nodiscard]] MRCOMMON_HIDDEN bool empty() const noexcept {
+        return size_ == 0;
+    } ///< whether the size is 0
     ///@{
-    /// The first element; null when the capacity is 0.
-    Pointer data() { return data_; }
-    T const* data() const { return data_; }
+    /// Returns the first element; null if the capacity is 0.
+    MRCOMMON_HIDDEN Pointer data() noexcept { return data_; }
+    MRCOMMON_HIDDEN T const* data() const noexcept { return data_; }
     ///@}
     ///@{
-    /// Element `index`, which is not tested.
-    T& operator[](unsigned int index) { return data_[index]; }
-    T const& operator[](unsigned int index) const { return data_[index]; }
+    /// Returns element `index`, which is not range-checked.
+    MRCOMMON_HIDDEN T& operator[](unsigned int index) noexcept { return data_[index]; }
+    MRCOMMON_HIDDEN T const& operator[](unsigned int index) const noexcept { return data_[index]; }
     ///@}
     ///@{
-    /// For loops over the elements in use.
-    Pointer begin() { return data_; }
-    Pointer end() { return data_ + size_; }
-    T const* begin() const { return data_; }
-    T const* end() const { return data_ + size_; }
+    /// Delimit the elements in use.
+    MRCOMMON_HIDDEN Pointer begin() noexcept { return data_; }
+    MRCOMMON_HIDDEN Pointer end() noexcept { return data_ + size_; }
+    MRCOMMON_HIDDEN T const* begin() const noexcept { return data_; }
+    MRCOMMON_HIDDEN T const* end() const noexcept { return data_ + size_; }
     ///@}
 
-    /// The one step through which every buffer is allocated: afterwards the capacity is exactly
-    /// `newCapacity`. `keep` carries the elements over (moved, where they own something). The size is clamped
-    /// to the new capacity even when nothing is carried: callers that do not keep set the size themselves.
-    /// The same capacity as before: nothing happens. 0: the buffer is freed, size and capacity are 0.
-    /// Memory exhaustion throws std::bad_alloc and leaves everything as it was.
-    void reserve(unsigned int const& newCapacity, bool const& keep);
+    /// Replaces the buffer by one of exactly `newCapacity` elements; every buffer is allocated here. If `keep`,
+    /// the elements are moved into it. Does nothing if the capacity is `newCapacity` already. 0 frees the
+    /// buffer. Throws std::bad_alloc, changing nothing, if memory runs out.
+    /// Intentional: the size is clamped to the new capacity but not reset, even if no element was kept. Callers
+    /// that do not keep them set the size. Tested by ArrayCore.ReserveFollowsItsRules.
+    MRCOMMON_HIDDEN void reserve(unsigned int const& newCapacity, bool const& keep);
 
     /// Appends a copy; a full array grows to size + size / 8 + 4. `element` may be one of this array's own.
-    void push_back(T const& element);
+    MRCOMMON_HIDDEN void push_back(T const& element);
 
-    /// Room for one more by the rule of `push_back`, and the slot behind the last element as it stands;
-    /// `setSize(size() + 1)` takes it in.
-    T& slotForAppend();
+    /// Makes room for one more element as `push_back` does, and returns the slot after the last element with
+    /// what it holds; `setSize(size() + 1)` makes it an element.
+    MRCOMMON_HIDDEN T& slotForAppend();
 
     /// Sets the size, at most the capacity, and touches no element.
-    void setSize(unsigned int newSize) { size_ = newSize; }
+    MRCOMMON_HIDDEN void setSize(unsigned int newSize) noexcept { size_ = newSize; }
 
-    /// Copies another array of the same elements; the capacity becomes exactly its size, shrinking included.
-    template <class OtherArray> void assign(OtherArray const& other);
+    /// Copies another array; the capacity becomes exactly its size, even if that is less.
+    MRCOMMON_HIDDEN void assign(ArrayCore const& other);
 
 private:
-    void swap(ArrayCore& other) noexcept;
-    bool owns(T const* element) const;
+    MRCOMMON_HIDDEN void swap(ArrayCore& other) noexcept;
+    MRCOMMON_HIDDEN bool owns(T const* element) const noexcept;
 
     Pointer data_ = nullptr;
     unsigned int size_ = 0;
@@ -88,8 +94,8 @@ private:
 
 namespace detail {
 
-/// A count as the containers keep it; what 32 bits cannot hold is reported like exhausted memory.
-inline unsigned int containerSize(std::size_t count) {
+/// Returns `count` as the containers store it; throws as if memory ran out if 32 bits cannot hold it.
+MRCOMMON_HIDDEN inline unsigned int containerSize(std::size_t count) {
     if (count > std::numeric_limits<unsigned int>::max()) throw std::bad_array_new_length();
     return static_cast<unsigned int>(count);
 }
@@ -115,10 +121,13 @@ template <class T, class S, class P, class L, class H, class W>
 void ArrayCore<T, S, P, L, H, W>::reserve(unsigned int const& newCapacity, bool const& keep) {
     unsigned int const wanted = newCapacity; // the argument may be a field of this very object
     if (wanted == capacity_) return;
-    std::unique_ptr<S[]> fresh(wanted == 0 ? nullptr : new S[wanted]);
+    std::unique_ptr<S[]> replacement;
     unsigned int const kept = std::min(size_, wanted);
-    if (keep) std::move(data_, data_ + kept, fresh.get());
-    delete[] std::exchange(data_, fresh.release());
+    if (wanted != 0) {
+        replacement.reset(new S[wanted]);
+        if (keep) std::move(data_, data_ + kept, replacement.get());
+    }
+    delete[] std::exchange(data_, replacement.release());
     size_ = kept;
     capacity_ = wanted;
 }
@@ -143,9 +152,8 @@ void ArrayCore<T, S, P, L, H, W>::push_back(T const& element) {
 }
 
 template <class T, class S, class P, class L, class H, class W>
-template <class OtherArray>
-void ArrayCore<T, S, P, L, H, W>::assign(OtherArray const& other) {
-    if (static_cast<void const*>(this) == static_cast<void const*>(&other)) return;
+void ArrayCore<T, S, P, L, H, W>::assign(ArrayCore const& other) {
+    if (this == &other) return;
     reserve(other.size(), false);
     size_ = other.size();
     std::copy(other.begin(), other.end(), data_);
@@ -159,7 +167,7 @@ void ArrayCore<T, S, P, L, H, W>::swap(ArrayCore& other) noexcept {
 }
 
 template <class T, class S, class P, class L, class H, class W>
-bool ArrayCore<T, S, P, L, H, W>::owns(T const* element) const {
+bool ArrayCore<T, S, P, L, H, W>::owns(T const* element) const noexcept {
     std::less<T const*> const before;
     return !before(element, data_) && before(element, data_ + size_);
 }

@@ -5,7 +5,9 @@
 #ifndef MRCOMMON_BASIC_GRIDCONNECTIONS_H
 #define MRCOMMON_BASIC_GRIDCONNECTIONS_H
 
-namespace quarn {
+#include <MRCommon/Export.h>
+
+namespace MRCOMMON_HIDDEN quarn {
 
 namespace detail::grid {
 
@@ -15,7 +17,7 @@ constexpr unsigned int bit(unsigned int x, unsigned int y, unsigned int z) {
     return 1u << (9 * x + 3 * y + z);
 }
 
-/// The nine bits whose offset on `axis` (0, 1, 2 for x, y, z) is `side`.
+/// Returns the nine bits whose offset on `axis` (0, 1, 2 for x, y, z) is `side`.
 constexpr unsigned int slice(unsigned int axis, unsigned int side) {
     unsigned int mask = 0;
     for (unsigned int i = 0; i < 3; ++i)
@@ -24,7 +26,7 @@ constexpr unsigned int slice(unsigned int axis, unsigned int side) {
     return mask;
 }
 
-/// What a cell at this side of a box is still connected to along `axis`: itself and what lies inwards.
+/// Returns what a cell at this side of a box is connected to along `axis`: itself and the cells inwards.
 constexpr unsigned int inward(unsigned int axis, unsigned int side) {
     return slice(axis, o) | slice(axis, side == n ? p : n);
 }
@@ -35,9 +37,9 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
 
 } // namespace detail::grid
 
-// Each name spells the arguments of the rule that computes its value.
+// Each name contains the arguments of the function that computes its value.
 #define GRID3_CELL(X, Y, Z)                                                                                  \
-    constexpr unsigned int GRID3_CONNECTION_X##X##_Y##Y##_Z##Z =                                             \
+    inline constexpr unsigned int GRID3_CONNECTION_X##X##_Y##Y##_Z##Z =                                      \
         detail::grid::bit(detail::grid::X, detail::grid::Y, detail::grid::Z)
 #define GRID3_ROW(X, Y)                                                                                      \
     GRID3_CELL(X, Y, n);                                                                                     \
@@ -48,32 +50,35 @@ constexpr unsigned int corner(unsigned int x, unsigned int y, unsigned int z) {
     GRID3_ROW(X, o);                                                                                         \
     GRID3_ROW(X, p)
 #define GRID3_SLICES(AXIS, INDEX)                                                                            \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##n = detail::grid::slice(INDEX, detail::grid::n);    \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##o = detail::grid::slice(INDEX, detail::grid::o);    \
-    constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##p = detail::grid::slice(INDEX, detail::grid::p)
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##n =                                          \
+        detail::grid::slice(INDEX, detail::grid::n);                                                         \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##o =                                          \
+        detail::grid::slice(INDEX, detail::grid::o);                                                         \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_##AXIS##p =                                          \
+        detail::grid::slice(INDEX, detail::grid::p)
 #define GRID3_CORNER(X, Y, Z)                                                                                \
-    constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER_X##X##_Y##Y##_Z##Z =                             \
+    inline constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER_X##X##_Y##Y##_Z##Z =                      \
         detail::grid::corner(detail::grid::X, detail::grid::Y, detail::grid::Z)
 
 ///@{
-/// The bit of one neighbour; the letters tell its offset on each axis.
+/// The bit of one neighbour; the letters are its offsets on the three axes.
 GRID3_PLANE(n);
 GRID3_PLANE(o);
 GRID3_PLANE(p);
 ///@}
 
 ///@{
-/// The nine bits whose offset on one axis is the one that the letter tells.
+/// The nine bits whose offset on one axis is that of the letter.
 GRID3_SLICES(X, 0);
 GRID3_SLICES(Y, 1);
 GRID3_SLICES(Z, 2);
 ///@}
 
-constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
+inline constexpr unsigned int GRID3_CONNECTION_MASK = ///< All 27 bits.
     GRID3_CONNECTION_MASK_Xn | GRID3_CONNECTION_MASK_Xo | GRID3_CONNECTION_MASK_Xp;
 
 ///@{
-/// What the cell in a corner of a box is connected to: itself and the seven cells inwards.
+/// The cells that a cell in a corner of a box is connected to: itself and the seven inwards.
 GRID3_CORNER(n, n, n);
 GRID3_CORNER(p, n, n);
 GRID3_CORNER(n, p, n);
@@ -91,7 +96,7 @@ GRID3_CORNER(p, p, p);
 #undef GRID3_CELL
 
 /// The eight corner masks; index x + 2 y + 4 z with n = 0, p = 1.
-constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER[8] = {
+inline constexpr unsigned int GRID3_CONNECTION_MASK_BOX_CORNER[8] = {
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yn_Zn, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yn_Zn,
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yp_Zn, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yp_Zn,
     GRID3_CONNECTION_MASK_BOX_CORNER_Xn_Yn_Zp, GRID3_CONNECTION_MASK_BOX_CORNER_Xp_Yn_Zp,

@@ -1,16 +1,17 @@
-// Limits: the widest finite bounds, four of a kind, and the sample count of the Gaussian source.
+// Limits: the widest finite bounds, four times each, and the sample count of the Gaussian random numbers.
 //     constants::f::MX_MX_MX_MX[0]      the largest finite float
 #ifndef MRCOMMON_BASIC_LIMITS_H
 #define MRCOMMON_BASIC_LIMITS_H
 
 #include <MRCommon/basic/Tuple.h>
+#include <MRCommon/Export.h>
 
 #include <limits>
 
-namespace quarn {
+namespace MRCOMMON_HIDDEN quarn {
 
-/// How many independent uniform variables are added up for one that is nearly Gaussian.
-constexpr double GAUSSIAN_NUM_INDEP_UNIF_VAR_D = 30.0;
+/// Number of independent uniform variables whose sum is nearly Gaussian.
+inline constexpr double GAUSSIAN_NUM_INDEP_UNIF_VAR_D = 30.0;
 
 namespace detail {
 
@@ -18,21 +19,21 @@ template <class T> constexpr TupleN<4, T> fourTimes(T value) { return {{value, v
 
 } // namespace detail
 
-/// In single precision. The minima are the negated maxima, not the smallest positive numbers.
+/// Single precision. The minima are the negated maxima, not the smallest positive numbers.
 namespace constants::f {
 ///@{
 /// The largest finite number, and the lowest, four times.
-constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
-constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
+inline constexpr TupleN<4, float> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<float>::max());
+inline constexpr TupleN<4, float> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<float>::max());
 ///@}
 } // namespace constants::f
 
-/// In double precision, alike.
+/// Double precision, by the same rule.
 namespace constants::d {
 ///@{
 /// The largest finite number, and the lowest, four times.
-constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
-constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
+inline constexpr TupleN<4, double> MX_MX_MX_MX = detail::fourTimes(std::numeric_limits<double>::max());
+inline constexpr TupleN<4, double> MN_MN_MN_MN = detail::fourTimes(-std::numeric_limits<double>::max());
 ///@}
 } // namespace constants::d
 

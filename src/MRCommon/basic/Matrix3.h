@@ -1,6 +1,6 @@
-// Matrix3: nine components row by row; element (r, c) stands at position 3 r + c.
+// Matrix3: nine components row by row; element (r, c) is at index 3 r + c.
 //     Matrix3<double> m;  m(0, 2) = 1;          // the third of the nine
-// Default construction leaves the components unwritten. An index outside 0..2 is a caller's error.
+// Default construction leaves the components uninitialised.
 #ifndef MRCOMMON_BASIC_MATRIX3_H
 #define MRCOMMON_BASIC_MATRIX3_H
 
@@ -13,14 +13,18 @@ namespace quarn {
 template <class T> class MRCOMMON_API Matrix3 {
 public:
     ///@{
-    /// One element, counted from 0.
-    constexpr T& operator()(int row, int column) { return elements_[3 * row + column]; }
-    constexpr T const& operator()(int row, int column) const { return elements_[3 * row + column]; }
+    /// Returns one element. Precondition: row and column are from 0 to 2.
+    MRCOMMON_HIDDEN constexpr T& operator()(int row, int column) noexcept {
+        return elements_[3 * row + column];
+    }
+    MRCOMMON_HIDDEN constexpr T const& operator()(int row, int column) const noexcept {
+        return elements_[3 * row + column];
+    }
     ///@}
     ///@{
-    /// All 9 components, row by row.
-    constexpr T* data() { return elements_; }
-    constexpr T const* data() const { return elements_; }
+    /// Returns the first of the 9 contiguous components, row by row.
+    MRCOMMON_HIDDEN constexpr T* data() noexcept { return elements_; }
+    MRCOMMON_HIDDEN constexpr T const* data() const noexcept { return elements_; }
     ///@}
 
 private:

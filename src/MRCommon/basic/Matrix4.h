@@ -1,6 +1,6 @@
-// Matrix4: sixteen components row by row; element (r, c) stands at position 4 r + c.
-//     A point is a row vector, p' = p M; the translation stands in row 3, positions 12, 13, 14.
-// Default construction leaves the components unwritten. An index outside 0..3 is a caller's error.
+// Matrix4: sixteen components row by row; element (r, c) is at index 4 r + c.
+//     Points are row vectors, p' = p M; the translation is in row 3, at the indices 12, 13, 14.
+// Default construction leaves the components uninitialised.
 #ifndef MRCOMMON_BASIC_MATRIX4_H
 #define MRCOMMON_BASIC_MATRIX4_H
 
@@ -13,14 +13,18 @@ namespace quarn {
 template <class T> class MRCOMMON_API Matrix4 {
 public:
     ///@{
-    /// One element, counted from 0.
-    constexpr T& operator()(int row, int column) { return elements_[4 * row + column]; }
-    constexpr T const& operator()(int row, int column) const { return elements_[4 * row + column]; }
+    /// Returns one element. Precondition: row and column are from 0 to 3.
+    MRCOMMON_HIDDEN constexpr T& operator()(int row, int column) noexcept {
+        return elements_[4 * row + column];
+    }
+    MRCOMMON_HIDDEN constexpr T const& operator()(int row, int column) const noexcept {
+        return elements_[4 * row + column];
+    }
     ///@}
     ///@{
-    /// All 16 components, row by row.
-    constexpr T* data() { return elements_; }
-    constexpr T const* data() const { return elements_; }
+    /// Returns the first of the 16 contiguous components, row by row.
+    MRCOMMON_HIDDEN constexpr T* data() noexcept { return elements_; }
+    MRCOMMON_HIDDEN constexpr T const* data() const noexcept { return elements_; }
     ///@}
 
 private:

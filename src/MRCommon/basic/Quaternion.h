@@ -1,4 +1,4 @@
-// Quaternion: four components x, y, z, w, the scalar part w last, and the angles that it turns by.
+// Quaternion: four components x, y, z, w, the scalar part w last, and their Euler angles.
 //     Quaternion<double> q(0, 0, 0, 1);                // no rotation
 //     Tuple3<double, double, double> radians;
 //     q.getAngles(PERMUTATION_XYZ_120, radians);       // (0, 0, 0)
@@ -7,11 +7,14 @@
 #define MRCOMMON_BASIC_QUATERNION_H
 
 #include <MRCommon/basic/Tuple.h>
+#include <MRCommon/Export.h>
+
+#include <type_traits>
 
 namespace quarn {
 
-/// The six axis orders, named after the images of the axes 0, 1, 2. May hold other values, which name no
-/// order.
+/// The six axis orders, named after the images of the axes 0, 1, 2. Other values may be held; they are
+/// unknown orders.
 enum QN_PERMUTATION_XYZ : int {
     PERMUTATION_XYZ_012 = 0,
     PERMUTATION_XYZ_201 = 1,
@@ -24,18 +27,19 @@ enum QN_PERMUTATION_XYZ : int {
 template <class T> class MRCOMMON_API Quaternion {
 public:
     ///@{
-    /// The axis times the sine of half the angle, and its cosine.
+    /// The axis times the sine of half the angle, and the cosine of half the angle.
     T x, y, z, w;
     ///@}
 
-    Quaternion() = default;                                                      ///< unwritten
-    constexpr Quaternion(T x_, T y_, T z_, T w_) : x(x_), y(y_), z(z_), w(w_) {} ///< unchecked
+    MRCOMMON_HIDDEN Quaternion() = default; ///< uninitialised
+    MRCOMMON_HIDDEN constexpr Quaternion(T x_, T y_, T z_, T w_) noexcept
+        : x(x_), y(y_), z(z_), w(w_) {} ///< unchecked
 
-    /// The three Euler angles, in radians, of a quaternion of any length but 0, in the given axis order.
-    /// An order outside 0..5 leaves `angles` unchanged. Defined in libMRCommon, for double.
+    /// Computes the three Euler angles, in radians, of a quaternion of any length but 0, in the given axis
+    /// order. An unknown order leaves `angles` unchanged. Defined in math/EulerAngles.cpp, for double.
     void getAngles(QN_PERMUTATION_XYZ const& order, Tuple3<T, T, T>& angles) const;
 
-    /// The one extraction behind all orders, on the four components in the order that belongs to it.
+    /// Extracts the angles for all orders, from the four components in the sequence that belongs to the order.
     static void getAngles_ZXY(T const& a, T const& b, T const& c, T const& d, Tuple3<T, T, T>& angles);
 };
 

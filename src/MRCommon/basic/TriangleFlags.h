@@ -1,11 +1,13 @@
-// TriangleFlags: what is known of a triangle.
+// TriangleFlags: properties of a triangle, one bit each.
 #ifndef MRCOMMON_BASIC_TRIANGLEFLAGS_H
 #define MRCOMMON_BASIC_TRIANGLEFLAGS_H
 
-namespace quarn {
+#include <MRCommon/Export.h>
 
-constexpr unsigned int triangleFlags_OBTUSE = 1; ///< one angle above 90 degrees
-constexpr unsigned int triangleFlags_2SIDED = 2; ///< both faces count
+namespace MRCOMMON_HIDDEN quarn {
+
+inline constexpr unsigned int triangleFlags_OBTUSE = 1; ///< one angle above 90 degrees
+inline constexpr unsigned int triangleFlags_2SIDED = 2; ///< both faces count
 
 } // namespace quarn
 

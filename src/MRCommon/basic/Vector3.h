@@ -1,6 +1,6 @@
-// Vector3: three components x, y, z, side by side: a point, a direction, an extent.
+// Vector3: three contiguous components x, y, z: a point, a direction, an extent.
 //     Vector3<float> v(1, 2, 3);        v.dot(v) is 14
-// Default construction leaves the components unwritten.
+// Default construction leaves the components uninitialised.
 #ifndef MRCOMMON_BASIC_VECTOR3_H
 #define MRCOMMON_BASIC_VECTOR3_H
 
@@ -14,42 +14,51 @@ namespace quarn {
 template <class T> class MRCOMMON_API Vector3 {
 public:
     ///@{
-    /// In the units of whoever holds it.
+    /// In the units of the owner.
     T x, y, z;
     ///@}
 
-    Vector3() = default;
-    constexpr Vector3(T x_, T y_, T z_) : x(x_), y(y_), z(z_) {} ///< unchecked
+    MRCOMMON_HIDDEN Vector3() = default;
+    MRCOMMON_HIDDEN constexpr Vector3(T x_, T y_, T z_) noexcept : x(x_), y(y_), z(z_) {} ///< unchecked
 
     ///@{
-    /// Component 0, 1 or 2. Another index is a caller's error.
-    constexpr T& operator[](int i) { return i == 0 ? x : i == 1 ? y : z; }
-    constexpr T const& operator[](int i) const { return i == 0 ? x : i == 1 ? y : z; }
+    /// Returns component 0, 1 or 2. Precondition: the index is one of these.
+    MRCOMMON_HIDDEN constexpr T& operator[](int i) noexcept { return i == 0 ? x : i == 1 ? y : z; }
+    MRCOMMON_HIDDEN constexpr T const& operator[](int i) const noexcept {
+        return i == 0 ? x : i == 1 ? y : z;
+    }
     ///@}
 
     ///@{
-    /// Component by component; a factor scales all three.
-    constexpr Vector3 operator+(Vector3 const& b) const { return {x + b.x, y + b.y, z + b.z}; }
-    constexpr Vector3 operator-(Vector3 const& b) const { return {x - b.x, y - b.y, z - b.z}; }
-    constexpr Vector3 operator-() const { return {-x, -y, -z}; }
-    constexpr Vector3 operator*(T s) const { return {x * s, y * s, z * s}; }
-    constexpr Vector3& operator+=(Vector3 const& b) { return *this = *this + b; }
-    constexpr Vector3& operator-=(Vector3 const& b) { return *this = *this - b; }
-    constexpr Vector3& operator*=(T s) { return *this = *this * s; }
-    friend constexpr Vector3 operator*(T s, Vector3 const& v) { return v * s; }
+    /// Work on each component; a factor scales all three.
+    MRCOMMON_HIDDEN constexpr Vector3 operator+(Vector3 const& b) const noexcept {
+        return {x + b.x, y + b.y, z + b.z};
+    }
+    MRCOMMON_HIDDEN constexpr Vector3 operator-(Vector3 const& b) const noexcept {
+        return {x - b.x, y - b.y, z - b.z};
+    }
+    MRCOMMON_HIDDEN constexpr Vector3 operator-() const noexcept { return {-x, -y, -z}; }
+    MRCOMMON_HIDDEN constexpr Vector3 operator*(T s) const noexcept { return {x * s, y * s, z * s}; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator+=(Vector3 const& b) noexcept { return *this = *this + b; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator-=(Vector3 const& b) noexcept { return *this = *this - b; }
+    MRCOMMON_HIDDEN constexpr Vector3& operator*=(T s) noexcept { return *this = *this * s; }
+    MRCOMMON_HIDDEN friend constexpr Vector3 operator*(T s, Vector3 const& v) noexcept { return v * s; }
     ///@}
 
-    constexpr T dot(Vector3 const& b) const { return x * b.x + y * b.y + z * b.z; } ///< the scalar product
-    /// The vector product: at right angles to both, by the right hand.
-    constexpr Vector3 cross(Vector3 const& b) const {
+    /// Returns the scalar product.
+    MRCOMMON_HIDDEN constexpr T dot(Vector3 const& b) const noexcept { return x * b.x + y * b.y + z * b.z; }
+    /// Returns the vector product, which is at right angles to both (right-hand rule).
+    MRCOMMON_HIDDEN constexpr Vector3 cross(Vector3 const& b) const noexcept {
         return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x};
     }
-    T length() const { return std::sqrt(dot(*this)); } ///< the Euclidean norm
+    MRCOMMON_HIDDEN T length() const noexcept { return std::sqrt(dot(*this)); } ///< the Euclidean norm
 
-    friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) {
+    MRCOMMON_HIDDEN friend constexpr bool operator==(Vector3 const& a, Vector3 const& b) noexcept {
         return a.x == b.x && a.y == b.y && a.z == b.z;
     }
-    friend constexpr bool operator!=(Vector3 const& a, Vector3 const& b) { return !(a == b); }
+    MRCOMMON_HIDDEN friend constexpr bool operator!=(Vector3 const& a, Vector3 const& b) noexcept {
+        return !(a == b);
+    }
 };
 
 static_assert(sizeof(Vector3<float>) == 12 && sizeof(Vector3<double>) == 24);

@@ -8,7 +8,7 @@ namespace quarn::marelle {
 
 class MRCOMMON_API WorkSpace {
 public:
-    static int const NUM_USR_TOOLBARS = 0; ///< tool bars of the user's own
+    static int const NUM_USR_TOOLBARS = 0; ///< number of tool bars that users define
 };
 
 } // namespace quarn::marelle

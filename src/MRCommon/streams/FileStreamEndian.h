@@ -1,12 +1,16 @@
-// FileStreamEndian: the stream kind on which single 32-bit integers have one byte order on every machine:
-// they go to the FILE through qn_fileio, everything else through `read` and `write` as plain bytes.
+// FileStreamEndian: the stream kind whose 32-bit integers have the same byte order on every machine.
 //     FileStreamEndian out(file);
-//     property.writeTo(out);            // of most kinds the name alone: meant, see Ppty
+//     property.writeTo(out);            // intentional: most kinds write only their name here, see Ppty
+// The integers go to the FILE through qn_fileio, which fixes the byte order (writeU32 and its siblings in
+// StreamEncoding.h choose it by the stream's type); all other bytes pass through `read` and `write`, unchanged.
 // Without a FILE the integers go to the current stream of qn_fileio.
 #ifndef MRCOMMON_STREAMS_FILESTREAMENDIAN_H
 #define MRCOMMON_STREAMS_FILESTREAMENDIAN_H
 
+#include <MRCommon/Export.h>
 #include <MRCommon/streams/FileStream.h>
+
+#include <cstdio>
 
 namespace quarn {
 

@@ -1,11 +1,14 @@
-// FileStreamRaw: the stream kind on which everything, 32-bit integers included, lies in the byte order of the
-// machine and travels through `read` and `write`. Records with values use it.
+// FileStreamRaw: the stream kind for records with values. Everything, 32-bit integers included, passes through
+// `read` and `write` in the byte order of the machine.
 //     FileStreamRaw out(file);
 //     property.writeTo(out);
 #ifndef MRCOMMON_STREAMS_FILESTREAMRAW_H
 #define MRCOMMON_STREAMS_FILESTREAMRAW_H
 
+#include <MRCommon/Export.h>
 #include <MRCommon/streams/FileStream.h>
+
+#include <cstdio>
 
 namespace quarn {
 
