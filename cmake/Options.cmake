@@ -1,14 +1,19 @@
-# Every option of the build. The defaults suit a guest: whoever embeds MRCommon gets the libraries alone.
+# Every option of the build. A project that embeds MRCommon gets only the libraries by default.
 
 option(MRCOMMON_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_EXAMPLES "Build the example host and the small examples" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_BENCHMARKS "Build the benchmarks" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_FUZZERS "Build the fuzz targets (with Clang the engine, else the replay main)" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_BUILD_TOOLS "Build the command-line tools" ${PROJECT_IS_TOP_LEVEL})
-option(MRCOMMON_BUILD_DOCS "Offer the manual as the target `manual` (needs Doxygen)" ${PROJECT_IS_TOP_LEVEL})
-option(MRCOMMON_INSTALL "Install the libraries, headers and manual; a guest leaves that to its host" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_BUILD_DOCS "Add the target `manual` (needs Doxygen)" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_INSTALL "Install the libraries, headers and manual; off if embedded, where the host decides" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
 set(MRCOMMON_SANITIZE "" CACHE STRING "Sanitizers for everything built here, for example address,undefined")
+
+if(PROJECT_IS_TOP_LEVEL AND DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)
+    message(FATAL_ERROR "MRCommon has only shared libraries: a process has one class registry, which its host and all "
+        "plug-ins share. Configure without BUILD_SHARED_LIBS=OFF.")
+endif()
 
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Release, Debug or RelWithDebInfo" FORCE)

@@ -1,5 +1,6 @@
-# What an installed tree offers: headers, libraries, find_package(MRCommon CONFIG), MRCommon.pc, the manual's pages.
-# All of it may be moved. Components: runtime (the libraries), development (what callers compile with), tools, docs.
+# Installs what src/ and tools/ leave out: find_package(MRCommon CONFIG), MRCommon.pc, the pages and examples.
+# An installed tree may be moved. Components: runtime (the libraries), development (headers and what finds them),
+# tools, docs.
 
 include(CMakePackageConfigHelpers)
 
@@ -13,18 +14,17 @@ file(RELATIVE_PATH MRCOMMON_PC_PREFIX
     "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file(cmake/MRCommon.pc.in ${PROJECT_BINARY_DIR}/MRCommon.pc @ONLY)
 
-install(DIRECTORY src/MRCommon src/qn_basic src/qn_fileio DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    COMPONENT development FILES_MATCHING PATTERN "*.h")
 install(EXPORT MRCommonTargets NAMESPACE MRCommon:: DESTINATION ${MRCOMMON_CMAKE_DIR} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/MRCommonConfig.cmake ${PROJECT_BINARY_DIR}/MRCommonConfigVersion.cmake
-    DESTINATION ${MRCOMMON_CMAKE_DIR} COMPONENT development)
+    cmake/MRCommonPlugin.cmake DESTINATION ${MRCOMMON_CMAKE_DIR} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/MRCommon.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
+# The pages keep their places, so that links between them hold.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs USE_SOURCE_PERMISSIONS)
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
 
-# Debian packages, one for each component: cpack -G DEB in the build folder. Only the top project packs.
+# Debian packages, one for each component: cpack -G DEB in the build folder. An embedded MRCommon has none.
 if(NOT PROJECT_IS_TOP_LEVEL)
     return()
 endif()
@@ -40,13 +40,13 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=") # within one SONAME a newer library serves older callers
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=") # within one SONAME older callers work with a newer library
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libmrcommon${MRCOMMON_SOVERSION})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmrcommon-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME mrcommon-tools) # apart, so that libraries of two SONAMEs can stand side by side
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME mrcommon-tools) # separate, so that libraries of two SONAMEs can be installed together
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_DOCS_PACKAGE_NAME libmrcommon-doc)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION doc)

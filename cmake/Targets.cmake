@@ -1,8 +1,8 @@
-# How a target of this project is declared: one function for a library, one for a program.
+# Functions that declare the targets of this project: one for a library, one for a program.
 
 include(GNUInstallDirs)
 
-# Warnings, sanitizers and the language, for everything that is built here and for nothing that embeds us.
+# Sets the language, warnings and sanitizers of a target of this project. The host of an embedded MRCommon is not affected.
 function(mrcommon_target_defaults target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
         $<$<BOOL:${MRCOMMON_WERROR}>:-Werror>)
@@ -15,8 +15,8 @@ function(mrcommon_target_defaults target)
 endfunction()
 
 # mrcommon_add_library(<name> SOURCES <file>... [LINKS <target>...])
-# A shared library of the family, known inside and outside as MRCommon::<name>. Symbols are hidden unless a
-# header exports them; siblings are looked for beside the library itself.
+# Adds a shared library of the family, known inside and outside as MRCommon::<name>. Symbols are hidden unless a
+# header exports them; the loader searches for the sibling libraries in the folder of the library.
 function(mrcommon_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})
@@ -24,8 +24,12 @@ function(mrcommon_add_library name)
     target_link_libraries(${name} PUBLIC mrcommon_headers ${ARG_LINKS})
     # Floating point is evaluated as written: a fused multiply-add would change the last bit of a result.
     target_compile_options(${name} PRIVATE -ffp-contract=off -fno-semantic-interposition)
-    if(NOT APPLE AND NOT MRCOMMON_SANITIZE)
-        target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    if(NOT APPLE)
+        # The registry and the other singletons last as long as the process, even if the first plug-in loaded them.
+        target_link_options(${name} PRIVATE -Wl,-z,nodelete)
+        if(NOT MRCOMMON_SANITIZE)
+            target_link_options(${name} PRIVATE -Wl,--no-undefined)
+        endif()
     endif()
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
@@ -40,6 +44,7 @@ function(mrcommon_add_library name)
 endfunction()
 
 # mrcommon_add_program(<name> SOURCES <file>... [LINKS <target>...])
+# Adds a program that is linked with libMRCommon.
 function(mrcommon_add_program name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})

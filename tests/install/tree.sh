@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# Installs the build, moves the tree to <moved tree> and examines it: the list of files, the libraries' own
-# names, and that nothing in it points to the machine it was built on.
+# Installs the build, moves the tree to <moved tree> and examines it: the list of files, the links of the pages, the
+# SONAMEs and run paths, and that no file contains a path of the build machine.
 #     tree.sh [--update] <build folder> <source folder> <moved tree>       --update rewrites files.txt
 set -euo pipefail
 update=
 [ "$1" != --update ] || { update=yes; shift; }
 build=$1 source=$2 tree=$3
-list=$(cd "$(dirname "$0")" && pwd)/files.txt
+here=$(cd "$(dirname "$0")" && pwd)
+list=$here/files.txt
 fail() { echo "$*"; exit 1; }
 
 rm -rf "$tree" "$tree.first"
@@ -16,14 +17,16 @@ mv "$tree.first" "$tree"
 installed=$(cd "$tree" && find . ! -type d | sed 's,^\./,,' | LC_ALL=C sort)
 [ -z "$update" ] || echo "$installed" >"$list"
 diff -u --label files.txt --label installed "$list" - <<<"$installed" ||
-    fail "the installed files are not those of tests/install/files.txt; meant? build the target update_lists"
+    fail "the installed files differ from tests/install/files.txt; if intentional, build the target update_lists"
+
+"$here/../docs/links.sh" "$tree/share/doc/MRCommon"
 
 for library in MRCommon qn_basic qn_fileio; do
     dynamic=$(readelf -d "$tree/lib/lib$library.so")
     grep -qE "SONAME.*\[lib$library\.so\.[0-9]+\]" <<<"$dynamic" || fail "lib$library has no numbered SONAME"
-    grep -qF 'Library runpath: [$ORIGIN]' <<<"$dynamic" || fail "lib$library does not look beside itself"
+    grep -qF 'Library runpath: [$ORIGIN]' <<<"$dynamic" || fail "lib$library does not search its own folder"
 done
 
 for place in "$build" "$source" "$tree.first"; do
-    ! grep -rlF "$place" "$tree" || fail "the files above know the path $place"
+    ! grep -rlF "$place" "$tree" || fail "the files above contain the path $place"
 done
