@@ -56,6 +56,7 @@
 #include <MRCommon/system/QNCPUInfo.h>
 #include <MRCommon/text/StringTokenizer.h>
 #include <MRCommon/text/StringTools.h>
+#include <MRCommon/Version.h>
 #include <qn_basic/QN_MetaClassBase.h>
 #include <qn_fileio/qn_fileio.h>
 
