@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs from Debian's packages what a command needs and the machine lacks; with everything there, no network.
+# Installs the Debian packages that a command needs and the machine lacks. Needs no network if none is missing.
 #     install-missing.sh build           a compiler, CMake, Ninja
-#     install-missing.sh build test      and what the tests use
+#     install-missing.sh build test      also what the tests use
 set -euo pipefail
 
 missing=()
@@ -39,5 +39,5 @@ echo "Installing ${missing[*]}"
 [ "$(id -u)" -eq 0 ] || { echo "run as root, or install these packages first" >&2; exit 1; }
 export DEBIAN_FRONTEND=noninteractive
 apt-get update
-# What clang recommends holds the run-time libraries of its sanitizers and fuzzing engine.
+# The packages that clang recommends contain the run-time libraries of its sanitizers and fuzzing engine.
 apt-get install -y "${missing[@]}"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Does what docs/plug-ins.md tells, in an empty folder. Usage: plug_ins.sh <top of the tree> <build folder>
-# On the page `name`: stands before what the file of this name holds; a block of sh is run; each line of a block of
+# Follows docs/plug-ins.md in an empty folder. Usage: plug_ins.sh <top of the tree> <build folder>
+# On the page `name`: precedes the contents of the file of this name; a block of sh is run; each line of a block of
 # output is the end of a line that the block of sh before it printed.
 set -eu
 page=$1/docs/plug-ins.md
@@ -15,7 +15,7 @@ awk '
         if ($0 == "```sh") { print "run <<\"END_OF_BLOCK\""; ++commands }
         else if ($0 == "```output") { print "expect <<\"END_OF_BLOCK\""; ++outputs }
         else if (name != "") { print "cat > " name " <<\"END_OF_BLOCK\""; ++files }
-        else { print FILENAME ": a block that is neither a file nor run" > "/dev/stderr"; exit 1 }
+        else { print FILENAME ": a block that is neither a file nor a command" > "/dev/stderr"; exit 1 }
         name = ""
         open = 1
         next
@@ -37,5 +37,7 @@ expect() {
 mkdir "$folder/empty"
 cd "$folder/empty"
 . ../page
-symbols=$(nm -D --defined-only build/libdrain.so | grep -vc ' fountain') || true
-[ "$symbols" = 0 ] || { echo "the plug-in shows $symbols further symbols"; exit 1; }
+for made in build by-hand; do
+    symbols=$(nm -D --defined-only $made/libdrain.so | grep -vc ' fountain') || true
+    [ "$symbols" = 0 ] || { echo "the plug-in in $made exports $symbols further symbols"; exit 1; }
+done
