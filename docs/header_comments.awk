@@ -1,9 +1,10 @@
 # Turns the comments of a header into documentation for Doxygen; line numbers stay.   awk -v top=<tree> -f <this> <header>
 #
 #   the comment at the top      becomes the page of the file, with the header's example program at its end, and the
-#                               text of the class that is called like the header and has no comment of its own
-#   lines further indented      are code: from four blanks on an example, with two or three a table
-#   all else                    is plain text: nothing in it is a command or a tag, only - lists and `code` count
+#                               description of the class named like the header if that has no comment of its own
+#   lines further indented      are code: an example from four blanks on, a table with two or three
+#   everything else             is plain text, in which only - lists and `code` have a meaning
+#   the comment of a group      is repeated, as far as its first empty line, at every member without one of its own
 
 { lines[NR] = $0 }
 
@@ -12,22 +13,45 @@ END {
     sub(/.*\//, "", stem)
     sub(/\.h$/, "", stem)
     name = substr(FILENAME, length(top "/src/") + 1)
-    at = tell(1, "//", "/// \\file " name " \\brief ")
+    at = comment(1, "//", "/// \\file " name " \\brief ")
     for (; at <= NR; ++at) {
         if (lines[at] ~ /^ *\/\/\/[ ]/) {
-            at = tell(at, "///", "") - 1
+            own = shared != "" # the first comment of a group describes all its members
+            if (grouped && !own) shared = paragraph(at)
+            ended = !own
+            at = comment(at, "///", "") - 1
+        } else if (lines[at] ~ /^ *\/\/\/@/) {
+            grouped = lines[at] ~ /@[{]/
+            margin = index(lines[at], "/") - 1
+            shared = ""
+            print lines[at]
         } else if (lines[at] ~ "^(template <.*> )?(class|struct) ([A-Z_]+_API )?" stem "([ :].*)?[{]$" && lines[at - 1] !~ /\/\/\//) {
             print "/** \\copydoc " name " */ " lines[at]
         } else if (split(lines[at], parts, /\/\/\/< /) == 2) {
             print parts[1] "///< " plain(parts[2])
         } else {
-            print lines[at]
+            match(lines[at], /^ */)
+            member = grouped && RLENGTH == margin && lines[at] ~ /^ *[][A-Za-z~}]/
+            declares = member && ended && !own && lines[at] !~ /^ *(static_assert|})/
+            print substr(lines[at], 1, RLENGTH) (declares ? "/** " shared " */ " : "") substr(lines[at], RLENGTH + 1)
+            if (member) ended = lines[at] ~ /[;}] *(\/\/.*)?$/
+            if (member && ended) own = 0
         }
     }
 }
 
-# Tells the comment that begins at a line and whose lines begin with `mark`; returns the line behind it.
-function tell(at, mark, opening,    last, text, indent, listing, code, i) {
+# Returns the first paragraph of the comment that begins at a line.
+function paragraph(at,    line, text) {
+    for (; lines[at] ~ /^ *\/\/\/ [^ ]/; ++at) {
+        line = lines[at]
+        sub(/^ *\/\/\/ /, "", line)
+        text = text (text == "" ? "" : " ") line
+    }
+    return plain(text)
+}
+
+# Prints the comment that begins at a line and whose lines begin with `mark`; returns the line after it.
+function comment(at, mark, opening,    last, text, indent, listing, code, i) {
     indent = lines[at]
     sub(/\/\/.*/, "", indent)
     last = at
@@ -49,12 +73,19 @@ function tell(at, mark, opening,    last, text, indent, listing, code, i) {
     return last + 1
 }
 
-# The text with every sign that could be read as a command or a tag escaped, but between ` and `; a page of this folder
-# becomes a link.
-function plain(text,    parts, n, i, result, page, target) {
+# Returns the text with every sign escaped that could be read as a command or a tag, except between ` and ` and, where
+# Doxygen shows it literally, between quotes. The name of a page of this folder becomes a link.
+function plain(text,    parts, n, i, quoted, m, j, result, page, target) {
     n = split(text, parts, "`")
     for (i = 1; i <= n; ++i) {
-        if (i % 2 == 1) gsub(/[\\@#&<>%*$]/, "\\\\&", parts[i])
+        if (i % 2 == 1) {
+            m = split(parts[i], quoted, "\"")
+            parts[i] = ""
+            for (j = 1; j <= m; ++j) {
+                if (j % 2 == 1 || j == m) gsub(/[\\@#&<>%*$]/, "\\\\&", quoted[j])
+                parts[i] = parts[i] (j == 1 ? "" : "\"") quoted[j]
+            }
+        }
         result = result (i == 1 ? "" : "`") parts[i]
     }
     if (match(result, /docs\/[a-z-]+\.md/)) {
@@ -69,5 +100,5 @@ function plain(text,    parts, n, i, result, page, target) {
 function shown(    example, line) {
     example = "headers/" stem ".cpp"
     if ((getline line < (top "/examples/" example)) < 0) return ""
-    return " \\n\\n \\b Example: \\include " example
+    return " \\details \\b Example: \\include " example
 }

@@ -6,7 +6,7 @@
 #
 # Compared are strong symbols, virtual tables, type information and VTTs, and of the weak members those of the
 # library's own named explicit instances. Other weak symbols are inline functions, which come and go with the
-# optimiser and which every caller brings along. A name stands in a list once for each mangled name behind it: a
+# optimiser and which every caller compiles itself. A list contains a name once for each of its mangled names: a
 # constructor, for example, twice.
 set -euo pipefail
 export LC_ALL=C
@@ -45,7 +45,7 @@ for library in "$@"; do
         ;;
     compare)
         diff -u --label "symbols/$name.txt" --label "$name as built" "$lists/$name.txt" - <<<"$names" ||
-            complain "$name" "the exported symbols changed; meant? docs/abi.md says how to go on"
+            complain "$name" "the exported symbols changed; docs/abi.md says what to do"
         cut -f1 <<<"$everything" | grep -E "$internal" &&
             complain "$name" "the names above are internal and must not be exported"
         ;;

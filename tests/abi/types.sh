@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Compares the types behind the exported symbols (sizes, offsets, virtual slots, parameters) with baseline/.
+# Compares the types of the exported symbols (sizes, offsets, virtual slots, parameters) with baseline/.
 #     types.sh [--update] <source folder> <scratch folder> <compiler> <library file>...
 #                                             --update rewrites the baseline
 #
-# Types can be read from debug information alone, which the release libraries lack, so a second build is made
-# without optimisation and with -g: what it describes does not depend on what the optimiser inlined, nor on how the
-# machine's compiler is told to optimise. Its libraries are linked to show just the symbols that symbols.sh
-# compares in the given release libraries; the weak inline ones would come and go with every change of a body.
+# Types can only be read from debug information, which the release libraries lack. So a second build is made, with -g
+# and without optimisation, so that the result does not depend on what was inlined. Its libraries export only the
+# symbols that symbols.sh compares in the given release libraries; the weak inline ones would come and go with every
+# change of a body.
 set -euo pipefail
 update=
 [ "$1" != --update ] || { update=yes; shift; }
@@ -22,7 +22,7 @@ options=(-DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=None
     -DCMAKE_SHARED_LINKER_FLAGS="-Wl,--version-script=$scratch/exported.map")
 for option in TESTS EXAMPLES BENCHMARKS FUZZERS TOOLS DOCS; do options+=("-DMRCOMMON_BUILD_$option=OFF"); done
 cmake -S "$source" -B "$scratch" "${options[@]}" >/dev/null
-rm -f "$scratch"/src/*.so* # linked anew, since the list of symbols may have changed
+rm -f "$scratch"/src/*.so* # link again, since the list of symbols may have changed
 cmake --build "$scratch" -j2
 
 failed=0

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fails when a public header has no example program, or one that is not built or does not include it.
+# Fails if a public header has no example program, or if that is not built or does not include the header.
 # Usage: examples.sh <top of the tree> <folder of the built examples>
 set -eu
 cd "$1"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Packs the Debian packages, unpacks them into a clean root, and uses what lies there.
+# Makes the Debian packages, unpacks them into a clean root, and builds a consumer with the result.
 #     deb.sh <build folder> <compiler> <scratch folder>
 set -euo pipefail
 build=$1 compiler=$2 scratch=$3
@@ -25,7 +25,7 @@ for package in "${packages[@]}"; do
     dpkg-deb -x "$package" "$scratch/root"
 done
 
-# Together the packages hold the very files of a plain installation.
+# Together the packages contain exactly the files of an installation.
 diff -u --label files.txt --label packages "$here/files.txt" \
     <(cd "$scratch/root/usr" && find . ! -type d | sed 's,^\./,,' | LC_ALL=C sort)
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fails unless the README shows this very program and what it prints. Usage: readme.sh <README> <source> <program>
+# Fails unless the README shows exactly this program and its output. Usage: readme.sh <README> <source> <program>
 set -euo pipefail
 block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/p" "$readme" | sed '1d;$d'; }
 readme=$1
