@@ -131,14 +131,18 @@ def prove(top, scratch, wanted):
                 unnoticed -= {test for test in unnoticed if copy.fails(programs[test], test)}
             changed.write_text(sources[file])
         problems += [f"notices no change: {test}: {row.text[:60]}" for test in sorted(unnoticed)]
-        print(f"{'-' if unnoticed else '+'} {row.text[:90]}", flush=True)
+        print(f"{'-' if unnoticed else '+'} {row.text[:90]}", *sorted(unnoticed), flush=True)
     return problems
 
 
 top = pathlib.Path(sys.argv[2]).resolve()
 if sys.argv[1] == "prove":
     found = prove(top, pathlib.Path(sys.argv[3]).resolve(), sys.argv[4:])
+    if not found:
+        print("every named test notices a change of its row")
 else:
     found = check(top)[3]
-print("\n".join(found) or "every row is tested")
+    if not found:
+        print("the tests of every row exist, and its changes can be made")
+print("\n".join(found))
 sys.exit(1 if found else 0)
