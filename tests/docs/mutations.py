@@ -78,6 +78,7 @@ MUTATIONS = [
     ("`IsInBox` counts points on faces", "{extent.x, 0, 0})) <= 0", "{extent.x, 0, 0})) < 0"),
     ("`CrossCheck` may leave", "if (found != b + 3) *opposite = *found;", "*opposite = found != b + 3 ? *found : 0;"),
     ("The random numbers come from", "std::srand(1970)", "std::srand(1971)"),
+    ("", "* 4.656613e-10f", "* 4.65e-10f"),
     ("`Redondea` does not round to nearest", "truncated(v + 1) : whole", "truncated(v < 0 ? v - 1 : v + 1) : whole"),
     ("`Redondea` returns the smallest int", "static_cast<int>(v) : std::numeric_limits<int>::min();", "static_cast<int>(v) : 0;"),
     # Texts and frame names
