@@ -93,7 +93,7 @@ MUTATIONS = [
     ("`unescape` drops an escape character", "\"Found escape character at end of string\\n\"", "\"\""),
     ("`unescape_lookup` finds", "if (text[i] == wanted) return", "if (text[i] == wanted && wanted != escapeCharacter) return"),
     ("A `StringTokenizer` with an empty delimiter", "if (text.empty() || delimiter.empty()) return;",
-     "if (delimiter.empty()) remaining_ = text; if (text.empty() || delimiter.empty()) return;"),
+     "if (delimiter.empty()) text_ = text; if (text.empty() || delimiter.empty()) return;"),
     ("`nextTokenWithLimit` returns", "token(cut == std::string_view::npos ? rest() : piece.substr(0, cut));", "token(piece.substr(0, cut));"),
     ("The one-call delimiter of `nextToken`", "skipPiece(token.size(), delimiter.size());",
      "skipPiece(token.size(), delimiter.size()); "
