@@ -14,6 +14,8 @@ for purpose in "$@"; do
         command_of g++ g++
         command_of cmake cmake
         command_of ninja ninja-build
+        file_of /usr/include/CLI/CLI.hpp libcli11-dev
+        file_of /usr/include/nlohmann/json.hpp nlohmann-json3-dev
         ;;
     test)
         file_of /usr/include/gtest/gtest.h libgtest-dev
