@@ -19,6 +19,7 @@
 #include <MRCommon/basic/Tuple.h>
 #include <MRCommon/basic/Vector3.h>
 #include <MRCommon/frames/FileNameStitcher.h>
+#include <MRCommon/frames/FrameSequence.h>
 #include <MRCommon/host/ConfigurationHost.h>
 #include <MRCommon/host/ConfigurationMngr.h>
 #include <MRCommon/host/MessageNames.h>
