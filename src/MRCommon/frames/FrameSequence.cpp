@@ -40,7 +40,9 @@ struct NameParts {
     bool hasFrame() const { return !frame.empty(); }
     bool isNegative() const { return frame.front() == '-'; }
     std::string_view digits() const { return frame.substr(isNegative() ? 1 : 0); }
-    bool hasLeadingZero() const { return digits().size() > 1 && digits().front() == '0'; }
+    bool hasLeadingZero() const {
+        return digits().front() == '0';
+    } // 0 by itself fixes no more than the least
     long long number() const {
         long long number = 0;
         for (char const digit : digits()) number = 10 * number + (digit - '0');
@@ -52,8 +54,8 @@ struct NameParts {
 std::size_t sizeOfExtension(std::string_view name, std::vector<std::string> const& compoundExtensions) {
     std::size_t size = 0;
     for (std::string const& extension : compoundExtensions) {
-        bool const fits = !extension.empty() && name.size() > extension.size() + 1 &&
-                          endsWith(name, extension) && name[name.size() - extension.size() - 1] == '.';
+        bool const fits = !extension.empty() && name.size() > extension.size() && endsWith(name, extension) &&
+                          name[name.size() - extension.size() - 1] == '.';
         if (fits) size = std::max(size, extension.size() + 1);
     }
     if (size != 0) return size;
@@ -82,8 +84,7 @@ NameParts partsOf(std::string_view path, FrameScanOptions const& options) {
     if (name.empty() || name.front() == '.') return {};
 
     std::size_t const lastDigits = countOfLastDigits(name);
-    bool const isLastPiece =
-        lastDigits != 0 && lastDigits < name.size() && name[name.size() - 1 - lastDigits] == '.';
+    bool const isLastPiece = lastDigits != 0 && endsWith(name.substr(0, name.size() - lastDigits), ".");
     std::size_t const tail = isLastPiece ? 0 : sizeOfExtension(name, options.compoundExtensions);
     std::string_view stem = name.substr(0, name.size() - tail);
     std::size_t width = countOfLastDigits(stem);
