@@ -17,8 +17,12 @@ struct Interrupt {};
 
 volatile std::sig_atomic_t interruptSeen = 0;
 
-/// Lets the first SIGINT end the work between two lines, and cut off a read that waits; the second one kills.
+/// Lets the first SIGINT end the work between two lines, and cut off a read that waits; the second one kills. Where
+/// interrupts are ignored, as a shell has it for a job in the background, they stay ignored.
 void watchForInterrupts() {
+    struct sigaction current = {};
+    sigaction(SIGINT, nullptr, &current);
+    if (current.sa_handler == SIG_IGN) return;
     struct sigaction action = {};
     action.sa_handler = [](int) { interruptSeen = 1; };
     action.sa_flags = static_cast<int>(SA_RESETHAND); // without SA_RESTART, so that reads are cut off

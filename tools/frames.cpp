@@ -236,7 +236,7 @@ void addOptions(CommandLine& program, Request& request) {
          "status is 1 if there are any");
     flag("--others", request.others, "Print the names without a frame, too");
     flag("--negative", request.scan.negativeFrames, "Let a minus before the digits belong to the frame");
-    flag("--versions-are-names", request.scan.versionsAreNames, "Let no number after a v be a frame");
+    flag("--versions-are-names", request.scan.versionsAreNames, "Do not take a number after a v for a frame");
     program
         .addList("--extension", request.scan.compoundExtensions,
                  "An extension with dots inside, such as tar.gz; may be repeated")

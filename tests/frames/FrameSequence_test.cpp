@@ -5,7 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <dirent.h>
+#include <dlfcn.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <limits>
 #include <map>
@@ -88,7 +92,40 @@ void checkFolders(std::vector<Folder> const& folders, FrameScanOptions const& op
     }
 }
 
+/// During its life, entries of folders have no type, and reading fails with `error`, unless 0, after some entries.
+class FolderFault {
+public:
+    explicit FolderFault(int error = 0, int entriesBefore = 0) : error_(error), left_(entriesBefore) {
+        active = this;
+    }
+    ~FolderFault() { active = nullptr; }
+    FolderFault(FolderFault const&) = delete;
+    FolderFault& operator=(FolderFault const&) = delete;
+
+    dirent* spoil(dirent* entry) {
+        if (error_ != 0 && left_-- == 0) {
+            errno = error_;
+            return nullptr;
+        }
+        if (entry != nullptr) entry->d_type = DT_UNKNOWN;
+        return entry;
+    }
+
+    static FolderFault* active;
+
+private:
+    int error_, left_;
+};
+
+FolderFault* FolderFault::active = nullptr;
+
 } // namespace
+
+extern "C" dirent* readdir(DIR* folder) {
+    static auto* const systems = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
+    dirent* const entry = systems(folder);
+    return FolderFault::active == nullptr ? entry : FolderFault::active->spoil(entry);
+}
 
 TEST(GroupFrames, FindsTheFrameInEveryOrderOfName) {
     checkFolders({
@@ -458,6 +495,15 @@ TEST(ScanFrames, LeavesOutDirectoriesOnly) {
     EXPECT_EQ(textOf(scanFrames(disk.path(""))), "f.<4>.x 1 3..4 6");
 }
 
+TEST(ScanFrames, TakesEntriesWithoutATypeForFiles) {
+    TempDir disk;
+    disk.touch("f.0001.x");
+    disk.touch("f.0002.x/inside.0001.x");
+    disk.touch("notes/inside");
+    FolderFault const fault;
+    EXPECT_EQ(textOf(scanFrames(disk.path(""))), "f.<4>.x 1..2|? notes");
+}
+
 TEST(ScanFrames, ThrowsTheReasonOfTheSystem) {
     TempDir disk;
     disk.touch("file");
@@ -474,4 +520,10 @@ TEST(ScanFrames, ThrowsTheReasonOfTheSystem) {
     EXPECT_EQ(reasonFor(disk.path("file")), std::errc::not_a_directory);
     EXPECT_EQ(reasonFor(""), std::errc::no_such_file_or_directory);
     EXPECT_EQ(reasonFor(disk.path(std::string(300, 'n'))), std::errc::filename_too_long);
+    for (int const entries : {0, 2}) {
+        AllocationCounter const allocations;
+        FolderFault const fault(EIO, entries);
+        EXPECT_EQ(reasonFor(disk.path("")), std::errc::io_error);
+        EXPECT_EQ(allocations.alive(), 0);
+    }
 }

@@ -17,6 +17,8 @@ TOOL, TOP = sys.argv[1], pathlib.Path(sys.argv[2])
 SANITIZED = sys.argv[3:] == ["sanitized"]
 NAME = "mrcommon-frames"
 
+signal.signal(signal.SIGINT, signal.default_int_handler)  # it may be ignored where the tests run in the background
+
 
 def run(*arguments, **options):
     """Returns the exit status, the standard output and the standard error stream."""
@@ -165,6 +167,14 @@ class Frames(unittest.TestCase):
             process.stdin.close()
             process.stdout.close()
             process.stderr.close()
+
+    def test_ignores_interrupts_where_its_parent_does(self):
+        process = subprocess.Popen([TOOL, "-"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                   preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_IGN))
+        self.wait_until_asleep(process.pid)
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.communicate(b"a.1.x\n", timeout=60), (b"a.#.x  1\n", None))
+        self.assertEqual(process.returncode, 0)
 
     def test_prints_whole_lines_only_before_an_interrupt(self):
         names = "".join(f"{i:05}{'long' * 20}.1.x\n" for i in range(5000)).encode()

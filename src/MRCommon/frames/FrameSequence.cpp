@@ -79,7 +79,7 @@ bool endsWithSign(std::string_view text) {
 NameParts partsOf(std::string_view path, FrameScanOptions const& options) {
     constexpr std::size_t mostDigits = 18; // such numbers fit a long long
 
-    std::size_t const folder = path.rfind('/') + 1; // 0 if there is none
+    std::size_t const folder = path.rfind('/') + 1; // 0 without one
     std::string_view const name = path.substr(folder);
     if (name.empty() || name.front() == '.') return {};
 

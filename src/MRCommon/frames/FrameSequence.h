@@ -1,4 +1,4 @@
-// FrameSequence: the sequences of frames among many file names, whatever their gaps, versions and paddings.
+// FrameSequence: the sequences of frames among many file names, with their gaps, versions and paddings.
 //     FrameScan scan = scanFrames("/cache/shot");       // fluid.0001.exr fluid.0002.exr fluid.0005.exr notes.txt
 //     FrameSequence const& s = scan.sequences[0];       // head "fluid.", tail ".exr", padding 4, ranges 1-2 5-5
 //     s.missing();                                      // 3-4
@@ -31,8 +31,8 @@ struct MRCOMMON_API FrameSequence {
     unsigned int padding = 1;       ///< least number of characters of the frame, a minus sign counted
     std::vector<FrameRange> ranges; ///< ascending, never touching
 
-    long long first() const;          ///< 0 if there is no range
-    long long last() const;           ///< 0 if there is no range
+    long long first() const;          ///< 0 if there are no ranges
+    long long last() const;           ///< 0 if there are no ranges
     unsigned long long count() const; ///< the frames in all ranges
     bool contains(long long frame) const;
     std::vector<FrameRange> missing() const; ///< the gaps between first() and last()
@@ -46,7 +46,7 @@ struct MRCOMMON_API FrameScanOptions {
     /// A minus right before the digits belongs to the frame if nothing, a dot or an underscore precedes it and
     /// the number is not 0.
     bool negativeFrames = false;
-    /// Digits right after a "v" or "V" that no letter precedes are no frame: "smoke_v2.vdb" has none.
+    /// Digits right after a "v" or "V" that no letter precedes are not a frame: "smoke_v2.vdb" goes to the others.
     bool versionsAreNames = false;
     /// Extensions with dots inside, such as "tar.gz", without a leading dot. The longest that fits counts; an
     /// empty one never does.
@@ -63,9 +63,8 @@ struct MRCOMMON_API FrameScan {
 };
 
 /// Sorts names into sequences; the disk is not asked. Within one head and tail, a frame with a leading zero fixes its
-/// own width as a padding. A frame without one belongs to the largest fixed padding that is not above its width; those
-/// that fit none form one sequence more, whose padding is the least width among them. A frame that is there twice
-/// counts once.
+/// own width as a padding. A frame without one belongs to the largest fixed padding that is not above its width; the
+/// others form one sequence more, whose padding is the least width among them. A frame that occurs twice counts once.
 ///     a.8.exr a.9.exr a.10.exr          padding 1, 8-10
 ///     a.0009.exr a.10000.exr            padding 4, 9-9 10000-10000
 ///     a.0009.exr a.10.exr               padding 2, 10-10, and padding 4, 9-9
