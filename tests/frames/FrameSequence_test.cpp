@@ -7,14 +7,15 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
+#include <regex.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <limits>
 #include <map>
 #include <random>
-#include <regex>
 #include <set>
 #include <stdexcept>
 #include <tuple>
@@ -384,33 +385,42 @@ public:
 
 private:
     void add(std::string const& name, FrameScanOptions const& options) {
-        static std::regex const hidden(R"((\..*)?)"), lastPiece(R"((.+\.)(\d+))"),
-            beforeExtension(R"((.*?)(\d+)(\.[^.]*))"), beforeTar(R"((.*?)(\d+)(\.tar\.gz))"),
-            atEnd(R"(([^.]*?)(\d+))"), isTar(R"(.+\.tar\.gz)"), signedHead(R"((|.*[._])-)"),
-            version(R"((|.*[^A-Za-z])[vV])"), zero("0+");
-        std::smatch m;
-        bool const tar = !options.compoundExtensions.empty() && std::regex_match(name, isTar);
-        bool const found = !std::regex_match(name, hidden) &&
-                           (std::regex_match(name, m, lastPiece) ||
-                            std::regex_match(name, m, tar ? beforeTar : beforeExtension) ||
-                            std::regex_match(name, m, atEnd));
-        std::string head = found ? m.str(1) : "";
-        std::string frame = found ? m.str(2) : "";
-        if (!found || frame.size() > 18 || (options.versionsAreNames && std::regex_match(head, version))) {
+        bool const tar = !options.compoundExtensions.empty() && matches(name, ".+\\.tar\\.gz");
+        char const* const beforeExtension =
+            tar ? "(|.*[^0-9])([0-9]+)(\\.tar\\.gz)" : "(|.*[^0-9])([0-9]+)(\\.[^.]*)";
+        Names parts;
+        bool const found = !matches(name, "|\\..*") && (matches(name, "(.+\\.)([0-9]+)", &parts) ||
+                                                        matches(name, beforeExtension, &parts) ||
+                                                        matches(name, "(|[^.]*[^.0-9])([0-9]+)", &parts));
+        parts.resize(3);
+        std::string& head = parts[0];
+        std::string& frame = parts[1];
+        if (!found || frame.size() > 18 ||
+            (options.versionsAreNames && matches(head, "(|.*[^A-Za-z])[vV]"))) {
             others_.insert(name);
             return;
         }
-        if (options.negativeFrames && std::regex_match(head, signedHead) && !std::regex_match(frame, zero)) {
+        if (options.negativeFrames && matches(head, "(|.*[._])-") && !matches(frame, "0+")) {
             head.pop_back();
             frame = '-' + frame;
         }
-        frames_[{head, m.size() > 3 ? m.str(3) : ""}].insert(frame);
+        frames_[{head, parts[2]}].insert(frame);
     }
 
-    static bool fixesPadding(std::string const& frame) {
-        static std::regex const leadingZero(R"(-?0\d+)");
-        return std::regex_match(frame, leadingZero);
+    static bool matches(std::string const& text, std::string const& pattern, Names* groups = nullptr) {
+        regex_t compiled;
+        EXPECT_EQ(regcomp(&compiled, ("^(" + pattern + ")$").c_str(), REG_EXTENDED), 0);
+        std::array<regmatch_t, 6> found;
+        bool const matched = regexec(&compiled, text.c_str(), found.size(), found.data(), 0) == 0;
+        regfree(&compiled);
+        if (matched && groups != nullptr)
+            for (std::size_t i = 2; i < found.size() && found[i].rm_so >= 0; ++i)
+                groups->push_back(text.substr(static_cast<std::size_t>(found[i].rm_so),
+                                              static_cast<std::size_t>(found[i].rm_eo - found[i].rm_so)));
+        return matched;
     }
+
+    static bool fixesPadding(std::string const& frame) { return matches(frame, "-?0[0-9]+"); }
 
     static std::size_t paddingOf(std::string const& frame, std::set<std::string> const& all) {
         auto const fixedFor = [&](std::string const& one) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests mrcommon-frames as a user meets it. Usage: frames.py <mrcommon-frames> <top of the tree> [sanitized]"""
+"""Tests mrcommon-frames as a user meets it. Usage: frames.py <mrcommon-frames> <top of the tree> [<sanitizer>...]"""
 import json
 import os
 import pathlib
@@ -14,7 +14,7 @@ import time
 import unittest
 
 TOOL, TOP = sys.argv[1], pathlib.Path(sys.argv[2])
-SANITIZED = sys.argv[3:] == ["sanitized"]
+SANITIZED = bool(sys.argv[3:])
 NAME = "mrcommon-frames"
 
 signal.signal(signal.SIGINT, signal.default_int_handler)  # it may be ignored where the tests run in the background
