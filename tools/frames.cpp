@@ -124,14 +124,19 @@ private:
     FrameScan scanOf(std::string const& folder) {
         FrameScanOptions options = request_.scan;
         options.progress = [&](std::size_t names) {
-            CommandLine::endIfInterrupted();
-            program_.showProgress(printable(folder) + ": " + std::to_string(names) + " names");
+            showCount(folder, names, "names");
             return true;
         };
         FrameScan scan = folder == standardInput ? groupFrames(namesOnStandardInput(), options)
                                                  : scanFrames(folder, options);
         CommandLine::endIfInterrupted();
         return scan;
+    }
+
+    void showCount(std::string const& folder, std::size_t count, char const* what) {
+        CommandLine::endIfInterrupted();
+        if (count % 1000 == 0)
+            program_.showProgress(printable(folder) + ": " + std::to_string(count) + ' ' + what);
     }
 
     /// The path of a name in a folder, for people; without the folder if there is one folder only.
@@ -174,10 +179,11 @@ private:
 
     /// Reports empty files, and among the others those whose size stands out.
     void check(std::string const& folder, FrameSequence const& sequence) {
+        std::size_t checked = 0;
         std::vector<FrameFile> filled;
         for (FrameRange const& range : sequence.ranges)
             for (long long frame = range.first; frame <= range.last; ++frame) {
-                CommandLine::endIfInterrupted();
+                showCount(folder, ++checked, "files");
                 std::string name = sequence.fileName(frame);
                 std::optional<unsigned long long> const size = sizeOf(pathOf(folder, name));
                 if (size && *size == 0)

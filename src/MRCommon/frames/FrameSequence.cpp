@@ -12,7 +12,6 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
-#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -102,18 +101,7 @@ NameParts partsOf(std::string_view path, FrameScanOptions const& options) {
     return {path.substr(0, head), path.substr(head, width), path.substr(head + width)};
 }
 
-/// The frames of one head, tail and width, in the order in which they were found.
-struct FrameList {
-    explicit FrameList(NameParts const& parts)
-        : head(parts.head), tail(parts.tail), width(parts.frame.size()) {}
-
-    std::string head, tail;
-    std::size_t width;
-    bool fixesPadding = false; ///< some frame has a leading zero
-    std::vector<long long> frames;
-};
-
-/// What a frame list is found by; the views look into a name or into the list.
+/// What a list of frames is found by; the views look into a name or into the list.
 struct ListKey {
     std::string_view head, tail;
     std::size_t width;
@@ -121,6 +109,24 @@ struct ListKey {
     bool operator==(ListKey const& other) const {
         return width == other.width && head == other.head && tail == other.tail;
     }
+    bool operator<(ListKey const& other) const {
+        if (int const order = head.compare(other.head); order != 0) return order < 0;
+        if (int const order = tail.compare(other.tail); order != 0) return order < 0;
+        return width < other.width;
+    }
+};
+
+/// The frames of one head, tail and width, in the order in which they were found.
+struct FrameList {
+    explicit FrameList(NameParts const& parts)
+        : head(parts.head), tail(parts.tail), width(parts.frame.size()) {}
+
+    ListKey key() const { return {head, tail, width}; }
+
+    std::string head, tail;
+    std::size_t width;
+    bool fixesPadding = false; ///< some frame has a leading zero
+    std::vector<long long> frames;
 };
 
 struct ListHash {
@@ -164,15 +170,16 @@ public:
 
     FrameScan takeScan() {
         std::sort(scan_.others.begin(), scan_.others.end());
-        std::vector<FrameList*> sorted;
+        std::vector<ListEntry> sorted;
         sorted.reserve(lists_.size());
-        for (FrameList& list : lists_) sorted.push_back(&list);
-        std::sort(sorted.begin(), sorted.end(), [](FrameList const* a, FrameList const* b) {
-            return std::tie(a->head, a->tail, a->width) < std::tie(b->head, b->tail, b->width);
-        });
+        for (FrameList& list : lists_) sorted.emplace_back(list.key(), &list);
+        std::sort(sorted.begin(), sorted.end(),
+                  [](ListEntry const& a, ListEntry const& b) { return a.first < b.first; });
+        scan_.sequences.reserve(sorted.size());
         for (auto begin = sorted.begin(); begin != sorted.end();) {
-            auto const end = std::find_if(begin + 1, sorted.end(), [&](FrameList const* list) {
-                return list->fixesPadding || list->head != (*begin)->head || list->tail != (*begin)->tail;
+            auto const end = std::find_if(begin + 1, sorted.end(), [&](ListEntry const& entry) {
+                return entry.second->fixesPadding || entry.first.head != begin->first.head ||
+                       entry.first.tail != begin->first.tail;
             });
             scan_.sequences.push_back(sequenceOf(begin, end));
             begin = end;
@@ -181,33 +188,35 @@ public:
     }
 
 private:
-    using ListIterator = std::vector<FrameList*>::iterator;
+    using ListEntry = std::pair<ListKey, FrameList*>;
+    using ListIterator = std::vector<ListEntry>::const_iterator;
 
     void addFrame(NameParts const& parts) {
-        FrameList*& list = listOf(parts);
-        list->fixesPadding = list->fixesPadding || parts.hasLeadingZero();
-        list->frames.push_back(parts.number());
+        FrameList& list = listOf(parts);
+        list.fixesPadding = list.fixesPadding || parts.hasLeadingZero();
+        list.frames.push_back(parts.number());
     }
 
-    FrameList*& listOf(NameParts const& parts) {
+    FrameList& listOf(NameParts const& parts) {
         auto const known = index_.find({parts.head, parts.tail, parts.frame.size()});
-        if (known != index_.end()) return known->second;
+        if (known != index_.end()) return *known->second;
         FrameList& list = lists_.emplace_back(parts);
-        return index_[{list.head, list.tail, list.width}] = &list;
+        index_.emplace(list.key(), &list);
+        return list;
     }
 
     /// Joins lists of ascending width, of which the first gives the padding.
     static FrameSequence sequenceOf(ListIterator begin, ListIterator end) {
-        std::vector<long long> frames;
-        std::size_t count = 0;
-        for (auto list = begin; list != end; ++list) count += (*list)->frames.size();
+        FrameList& first = *begin->second;
+        std::vector<long long> frames = std::move(first.frames);
+        std::size_t count = frames.size();
+        for (auto entry = begin + 1; entry != end; ++entry) count += entry->second->frames.size();
         frames.reserve(count);
-        for (auto list = begin; list != end; ++list) {
-            frames.insert(frames.end(), (*list)->frames.begin(), (*list)->frames.end());
-            (*list)->frames = {};
+        for (auto entry = begin + 1; entry != end; ++entry) {
+            std::vector<long long> const more = std::move(entry->second->frames);
+            frames.insert(frames.end(), more.begin(), more.end());
         }
         std::sort(frames.begin(), frames.end());
-        FrameList& first = **begin;
         return {std::move(first.head), std::move(first.tail), static_cast<unsigned int>(first.width),
                 rangesOf(frames)};
     }
