@@ -8,7 +8,7 @@
 // else the digits right before the extension, else, in a name without a dot, the digits at its end. The extension is
 // the text from the last dot on. A name with more than 18 digits there has no frame, nor does a hidden name. Where a
 // name has a '/', only what follows the last one is examined, and the folder belongs to the head. Letters are those
-// of ASCII. Functions of different threads do not disturb each other.
+// of ASCII. The functions are thread-safe.
 #ifndef MRCOMMON_FRAMES_FRAMESEQUENCE_H
 #define MRCOMMON_FRAMES_FRAMESEQUENCE_H
 
@@ -31,8 +31,8 @@ struct MRCOMMON_API FrameSequence {
     unsigned int padding = 1;       ///< least number of characters of the frame, a minus sign counted
     std::vector<FrameRange> ranges; ///< ascending, never touching
 
-    long long first() const;          ///< 0 if there are no ranges
-    long long last() const;           ///< 0 if there are no ranges
+    long long first() const;          ///< 0 if `ranges` is empty
+    long long last() const;           ///< 0 if `ranges` is empty
     unsigned long long count() const; ///< the frames in all ranges
     bool contains(long long frame) const;
     std::vector<FrameRange> missing() const; ///< the gaps between first() and last()
