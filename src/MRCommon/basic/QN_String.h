@@ -8,6 +8,7 @@
 #define MRCOMMON_BASIC_QN_STRING_H
 
 #include <MRCommon/basic/Array.h>
+#include <MRCommon/basic/ArrayCore.h>
 #include <MRCommon/Export.h>
 
 #include <algorithm>

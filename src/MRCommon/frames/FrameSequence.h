@@ -21,20 +21,23 @@
 
 namespace quarn {
 
+/// Consecutive frames, both ends included.
 struct FrameRange {
-    long long first, last; ///< both included
+    long long first; ///< the first frame
+    long long last;  ///< the last frame
 };
 
 /// The files that differ in the frame only, as groupFrames() and scanFrames() return them.
 struct MRCOMMON_API FrameSequence {
-    std::string head, tail;         ///< what precedes and follows the frame in every name
+    std::string head;               ///< what precedes the frame in every name
+    std::string tail;               ///< what follows the frame in every name
     unsigned int padding = 1;       ///< least number of characters of the frame, a minus sign counted
     std::vector<FrameRange> ranges; ///< ascending, never touching
 
-    long long first() const;          ///< 0 if `ranges` is empty
-    long long last() const;           ///< 0 if `ranges` is empty
-    unsigned long long count() const; ///< the frames in all ranges
-    bool contains(long long frame) const;
+    long long first() const;                 ///< 0 if `ranges` is empty
+    long long last() const;                  ///< 0 if `ranges` is empty
+    unsigned long long count() const;        ///< the frames in all ranges
+    bool contains(long long frame) const;    ///< whether the frame exists
     std::vector<FrameRange> missing() const; ///< the gaps between first() and last()
 
     /// Returns exactly the name that was found for a frame that the sequence contains; for another one, the name
@@ -42,6 +45,7 @@ struct MRCOMMON_API FrameSequence {
     std::string fileName(long long frame) const;
 };
 
+/// How names are read, and how a long scan is followed.
 struct MRCOMMON_API FrameScanOptions {
     /// A minus right before the digits belongs to the frame if nothing, a dot or an underscore precedes it and
     /// the number is not 0.
@@ -55,6 +59,7 @@ struct MRCOMMON_API FrameScanOptions {
     std::function<bool(std::size_t namesSoFar)> progress;
 };
 
+/// The sequences among some names, and all other names.
 struct MRCOMMON_API FrameScan {
     std::vector<FrameSequence> sequences; ///< by head, tail and padding, bytes compared as unsigned
     std::vector<std::string>

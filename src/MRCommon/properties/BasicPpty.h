@@ -28,6 +28,8 @@
 #include <MRCommon/basic/Vector3.h>
 #include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/Ppty.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 #include <type_traits>
 
@@ -38,10 +40,10 @@ public:
     QN_CLASS_IDENTITY
     QN_PPTY_COPIES(BasicPpty)
 
-    BasicPpty();                               ///< an empty name, the default value
-    explicit BasicPpty(QN_String const& name); ///< the default value
-    explicit BasicPpty(QN_String const& name, T const& value);
-    BasicPpty(BasicPpty const& other); ///< copies name and value
+    BasicPpty();                                               ///< an empty name, the default value
+    explicit BasicPpty(QN_String const& name);                 ///< the default value
+    explicit BasicPpty(QN_String const& name, T const& value); ///< copies both
+    BasicPpty(BasicPpty const& other);                         ///< copies name and value
     ~BasicPpty() override;
 
     /// Does not compile: a pointer, "False" among them, would make a bool true.

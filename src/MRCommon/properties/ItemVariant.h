@@ -124,12 +124,14 @@ template <class T> T* ItemVariant::as() noexcept {
     return tag_ == detail::variantTag<T> ? static_cast<T*>(value_) : nullptr;
 }
 
+/// Returns the int of tag 1, or the index of the pair of tag 12.
 template <> MRCOMMON_HIDDEN inline int* ItemVariant::as<int>() noexcept {
     if (tag_ == detail::variantTag<int>) return static_cast<int*>(value_);
     auto* const pair = as<Tuple2<QN_String, int>>();
     return pair == nullptr ? nullptr : &pair->second;
 }
 
+/// Returns the string of tag 6, the label of the pair of tag 12, or the list object of tag 11.
 template <> MRCOMMON_HIDDEN inline QN_String* ItemVariant::as<QN_String>() noexcept {
     switch (tag_) {
     case detail::variantTag<QN_String>:

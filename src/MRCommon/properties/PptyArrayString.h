@@ -11,6 +11,7 @@
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/streams/FileStreamEndian.h>
 #include <MRCommon/streams/FileStreamRaw.h>
 
@@ -24,8 +25,8 @@ public:
 
     PptyArrayString();                               ///< an empty name and list
     explicit PptyArrayString(QN_String const& name); ///< an empty list
-    explicit PptyArrayString(QN_String const& name, Array<QN_String> const& value);
-    PptyArrayString(PptyArrayString const& other); ///< copies name and list
+    explicit PptyArrayString(QN_String const& name, Array<QN_String> const& value); ///< copies both
+    PptyArrayString(PptyArrayString const& other);                                  ///< copies name and list
     ~PptyArrayString() override;
 
     [[nodiscard]] Ppty* clone() const override;

@@ -24,6 +24,8 @@
 #include <MRCommon/basic/Tuple.h>
 #include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/ItemVariant.h>
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/streams/FileStreamEndian.h>
 #include <MRCommon/streams/FileStreamRaw.h>
 

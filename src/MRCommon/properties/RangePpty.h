@@ -12,6 +12,8 @@
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/Export.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/Ppty.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 namespace quarn {
 

@@ -9,6 +9,8 @@
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/basic/Vector3.h>
 #include <MRCommon/Export.h>
+#include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RangePpty.h>
 
 namespace quarn {

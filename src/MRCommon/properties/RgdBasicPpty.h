@@ -16,6 +16,7 @@
 
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/Export.h>
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RangePpty.h>
 
 namespace quarn {

@@ -18,8 +18,8 @@ namespace quarn {
 
 class MRCOMMON_API ByteId {
 public:
-    static unsigned int const BYTE_LENGTH = 16; ///< of every identifier
-    using Bytes = TupleN<BYTE_LENGTH, unsigned char>;
+    static unsigned int const BYTE_LENGTH = 16;       ///< of every identifier
+    using Bytes = TupleN<BYTE_LENGTH, unsigned char>; ///< what an identifier consists of
 
     /// The number in the top three bits of byte 7, as far as `variant()` distinguishes it.
     enum Variant : unsigned int {
@@ -61,6 +61,7 @@ public:
 
     unsigned long long last8BytesToUint64() const noexcept; ///< bytes 8 to 15, the first most significant
     unsigned long long toQN_INDEX64() const noexcept;       ///< the same without its top bit
+    /// Returns what toQN_INDEX64() returns.
     MRCOMMON_HIDDEN unsigned long long last8BytesToIdx64() const noexcept { return toQN_INDEX64(); }
     unsigned int last4BytesToUint32() const noexcept; ///< bytes 12 to 15, the first most significant
     unsigned int last4BytesToIdx32() const noexcept;  ///< the same without its top bit

@@ -22,10 +22,13 @@ public:
     /// no empty token. If the delimiter is empty, there is not a single token.
     StringTokenizer(std::string const& text, std::string const& delimiter);
 
+    ///@{
+    /// Copies or moves the rest of the text and the delimiter. A moved-from tokenizer has no tokens.
     MRCOMMON_HIDDEN StringTokenizer(StringTokenizer const&) = default;
     StringTokenizer(StringTokenizer&& other) noexcept;
     MRCOMMON_HIDDEN StringTokenizer& operator=(StringTokenizer const&) = default;
     StringTokenizer& operator=(StringTokenizer&& other) noexcept;
+    ///@}
     MRCOMMON_HIDDEN ~StringTokenizer() = default;
 
     [[nodiscard]] unsigned int countTokens() const noexcept; ///< tokens still to come

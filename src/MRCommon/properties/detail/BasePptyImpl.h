@@ -2,7 +2,10 @@
 #ifndef MRCOMMON_PROPERTIES_DETAIL_BASEPPTYIMPL_H
 #define MRCOMMON_PROPERTIES_DETAIL_BASEPPTYIMPL_H
 
+#include <MRCommon/basic/QN_String.h>
 #include <MRCommon/properties/BasePpty.h>
+#include <MRCommon/properties/ItemVariant.h>
+#include <MRCommon/properties/Ppty.h>
 
 #include <algorithm>
 #include <cstring>

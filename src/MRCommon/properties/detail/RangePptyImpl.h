@@ -2,9 +2,14 @@
 #ifndef MRCOMMON_PROPERTIES_DETAIL_RANGEPPTYIMPL_H
 #define MRCOMMON_PROPERTIES_DETAIL_RANGEPPTYIMPL_H
 
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/basic/Vector3.h>
+#include <MRCommon/properties/BasePpty.h>
 #include <MRCommon/properties/detail/BasePptyImpl.h>
 #include <MRCommon/properties/detail/ValueEncoding.h>
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RangePpty.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 
 namespace quarn {
 

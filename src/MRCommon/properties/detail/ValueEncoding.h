@@ -2,7 +2,10 @@
 #ifndef MRCOMMON_PROPERTIES_DETAIL_VALUEENCODING_H
 #define MRCOMMON_PROPERTIES_DETAIL_VALUEENCODING_H
 
+#include <MRCommon/basic/Array.h>
+#include <MRCommon/basic/QN_String.h>
 #include <MRCommon/properties/detail/VariantKinds.h>
+#include <MRCommon/streams/FileStreamRaw.h>
 #include <MRCommon/streams/StreamEncoding.h>
 
 namespace quarn::detail {
