@@ -9,7 +9,7 @@
 
 using namespace quarn;
 
-class WindPpty : public RFloatPpty {
+class WindPpty : public RFloatPpty, public CheckableRecord {
 public:
     QN_CLASS_IDENTITY
     QN_PPTY_COPIES(WindPpty)
@@ -27,6 +27,7 @@ public:
         RFloatPpty::writeTo(stream);
         encoding::writeI32(stream, bearing);
     }
+    void checkRawFields(RecordFields& fields) const override { fields.i32("bearing"); }
 
     int bearing = 0; // degrees
 };
@@ -73,6 +74,7 @@ int main() {
     FileStreamRaw stream(file);
     storm.writeTo(stream);
     std::rewind(file);
+    claim(checkRecord(loaded, stream).good(), "its record is good, bearing included");
     loaded.readFrom(stream);
     claim(!stream.failed(), "its record was read completely");
     auto const& wind = static_cast<WindPpty const&>(loaded);

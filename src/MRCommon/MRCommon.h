@@ -45,6 +45,7 @@
 #include <MRCommon/properties/QN_System_Enum.h>
 #include <MRCommon/properties/RangePpty.h>
 #include <MRCommon/properties/RangeVectPpty.h>
+#include <MRCommon/properties/RecordCheck.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
 #include <MRCommon/streams/FileStream.h>
 #include <MRCommon/streams/FileStreamEndian.h>

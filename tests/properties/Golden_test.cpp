@@ -1,18 +1,13 @@
 // Every kind and layout against files kept in tests/properties/golden, made without the library.
-//     <Class>[-<what>].<raw|endian>     a record; "5087" in the name: read under that workspace version
-//     ItemVariant-<tag>.raw             a variant's record
 #include <MRCommon/properties/MetaClasses.h>
 
 #include "examples/WorkSpaceVersion.h"
 #include "support/Allocations.h"
+#include "support/GoldenRecords.h"
 #include "support/TempFile.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
@@ -20,25 +15,10 @@ using namespace quarn;
 
 namespace {
 
-struct Golden {
-    std::string fileName;
-    Bytes record;
-
-    std::string className() const { return fileName.substr(0, fileName.find_first_of("-.")); }
-    bool has(char const* part) const { return fileName.find(part) != std::string::npos; }
-    bool isRaw() const { return has(".raw"); }
-    unsigned int workSpaceVersion() const { return has("5087") ? 5087 : 5088; }
-    bool isOldLayout() const { return has("5087") || has("layout1"); }
-};
-
-std::vector<Golden> goldenRecords(bool variants) {
-    std::vector<Golden> records;
-    for (auto const& entry : std::filesystem::directory_iterator(MRCOMMON_GOLDEN_FOLDER)) {
-        std::ifstream file(entry.path(), std::ios::binary);
-        Bytes const bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        Golden golden{entry.path().filename().string(), bytes};
+std::vector<GoldenRecord> goldenRecords(bool variants) {
+    std::vector<GoldenRecord> records;
+    for (GoldenRecord& golden : ::goldenRecords())
         if ((golden.className() == "ItemVariant") == variants) records.push_back(std::move(golden));
-    }
     EXPECT_GE(records.size(), variants ? 14u : 50u);
     return records;
 }
@@ -46,7 +26,7 @@ std::vector<Golden> goldenRecords(bool variants) {
 /// A property of the class in the file name, made by the registry.
 class Made {
 public:
-    explicit Made(Golden const& golden)
+    explicit Made(GoldenRecord const& golden)
         : metaClass_(QN_MetaClassBase::find(golden.className().c_str())), object_(metaClass_->metaNew()) {}
     ~Made() { metaClass_->metaDelete(object_); }
     Made(Made const&) = delete;
@@ -86,7 +66,7 @@ Bytes written(Ppty const& ppty, bool raw) {
 } // namespace
 
 TEST(Golden, RecordsAreReadAndRewrittenToTheSameBytes) {
-    for (Golden const& golden : goldenRecords(false)) {
+    for (GoldenRecord const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         Made ppty(golden);
         TempFile file(golden.record);
@@ -98,7 +78,7 @@ TEST(Golden, RecordsAreReadAndRewrittenToTheSameBytes) {
 }
 
 TEST(Golden, VariantsAreReadAndRewrittenToTheSameBytes) {
-    for (Golden const& golden : goldenRecords(true)) {
+    for (GoldenRecord const& golden : goldenRecords(true)) {
         TempFile in(golden.record), out;
         FileStreamRaw from(in), to(out);
         ItemVariant variant;
@@ -109,7 +89,7 @@ TEST(Golden, VariantsAreReadAndRewrittenToTheSameBytes) {
 }
 
 TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
-    for (Golden const& golden : goldenRecords(false)) {
+    for (GoldenRecord const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         Made ppty(golden);
         TempFile file(golden.record);
@@ -122,7 +102,7 @@ TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
 }
 
 TEST(Golden, RecordsThatEndAnywhereAreHarmlessAndNoticed) {
-    for (Golden const& golden : goldenRecords(false)) {
+    for (GoldenRecord const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         for (std::size_t length = 0; length < golden.record.size(); ++length) {
             Made ppty(golden);
@@ -135,7 +115,7 @@ TEST(Golden, RecordsThatEndAnywhereAreHarmlessAndNoticed) {
 
 TEST(Golden, EveryFailingAllocationPassesOnAndLeaksNothing) {
     AllocationCounter count;
-    for (Golden const& golden : goldenRecords(false)) {
+    for (GoldenRecord const& golden : goldenRecords(false)) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         TempFile file(golden.record);
         Made source(golden);

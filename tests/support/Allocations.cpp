@@ -1,6 +1,7 @@
 #include "support/Allocations.h"
 
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -10,6 +11,8 @@ long allocationsMade = 0;
 long allocationsAlive = 0;
 long failsIn = never;
 bool hasStruck = false;
+constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+std::size_t largestAllowed = unlimited;
 
 } // namespace
 
@@ -20,6 +23,7 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     }
     if (failsIn > 0) --failsIn;
+    if (size > largestAllowed) throw std::bad_alloc();
     void* const memory = std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr) throw std::bad_alloc();
     ++allocationsMade;
@@ -53,3 +57,7 @@ FailingAllocation::FailingAllocation(long nth) {
 FailingAllocation::~FailingAllocation() { failsIn = never; }
 
 bool FailingAllocation::struck() const { return hasStruck; }
+
+AllocationLimit::AllocationLimit(std::size_t most) { largestAllowed = most; }
+
+AllocationLimit::~AllocationLimit() { largestAllowed = unlimited; }

@@ -6,6 +6,7 @@
 #ifndef MRCOMMON_TESTS_SUPPORT_ALLOCATIONS_H
 #define MRCOMMON_TESTS_SUPPORT_ALLOCATIONS_H
 
+#include <cstddef>
 #include <new>
 
 class AllocationCounter {
@@ -26,6 +27,15 @@ public:
     FailingAllocation(FailingAllocation const&) = delete;
     FailingAllocation& operator=(FailingAllocation const&) = delete;
     bool struck() const; ///< whether the allocation was reached and failed
+};
+
+/// During its life, an allocation of more than `most` bytes throws std::bad_alloc.
+class AllocationLimit {
+public:
+    explicit AllocationLimit(std::size_t most);
+    ~AllocationLimit();
+    AllocationLimit(AllocationLimit const&) = delete;
+    AllocationLimit& operator=(AllocationLimit const&) = delete;
 };
 
 /// Runs `action` again and again with its first, second, ... allocation failing until it gets through, and

@@ -1,8 +1,8 @@
 #include <MRCommon/properties/PptyEnum.h>
 
-#include <MRCommon/host/ConfigurationMngr.h>
 #include <MRCommon/properties/detail/BasePptyImpl.h>
 #include <MRCommon/properties/detail/EmptyString.h>
+#include <MRCommon/properties/detail/EnumLayout.h>
 #include <MRCommon/properties/PptyText.h>
 #include <MRCommon/streams/StreamEncoding.h>
 
@@ -15,19 +15,6 @@ template class BasePpty<Tuple2<QN_String, int>, Ppty::TYPE_ENUM>;
 namespace {
 
 constexpr int noChoice = -1;
-
-// Made once, so that reading a record makes no string. Never destroyed: exit handlers may still read records.
-QN_String const& workSpace = *new QN_String("WorkSpace");
-
-/// The last workspace version whose enumerations have no layout number, and the last layout without a label.
-constexpr unsigned int lastVersionWithoutLayout = 5087;
-constexpr unsigned int lastLayoutWithoutLabel = 1;
-
-bool recordsHaveALayoutNumber() {
-    ConfigurationHost* const host = ConfigurationMngr::instance().host;
-    ConfigurationObject const* const object = host == nullptr ? nullptr : host->getObject(workSpace);
-    return object == nullptr || object->getVersion() > lastVersionWithoutLayout;
-}
 
 } // namespace
 
@@ -80,7 +67,7 @@ bool PptyEnum::setValue(Tuple2<QN_String, int> const& value) { return BasePpty::
 template <class Stream> void PptyEnum::readFromT(Stream& stream) {
     Ppty::readFrom(stream);
     auto& [label, index] = value();
-    if (recordsHaveALayoutNumber() && encoding::readU32(stream) > lastLayoutWithoutLabel) {
+    if (detail::recordsCarryALayoutNumber() && encoding::readU32(stream) > detail::lastLayoutWithoutLabel) {
         encoding::readStr(stream, label);
         index = encoding::readI32(stream);
         readTable(stream);

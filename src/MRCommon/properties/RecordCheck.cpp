@@ -1,0 +1,288 @@
+#include <MRCommon/properties/RecordCheck.h>
+
+#include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/properties/detail/EnumLayout.h>
+#include <MRCommon/properties/detail/RecordBytes.h>
+#include <MRCommon/properties/PptyArrayString.h>
+#include <MRCommon/properties/PptyEnum.h>
+#include <MRCommon/properties/RangeVectPpty.h>
+#include <MRCommon/properties/RgdBasicPpty.h>
+
+#include <array>
+#include <cstring>
+#include <typeinfo>
+
+namespace quarn {
+
+// ---------------------------------------------------------------------------
+// What the library's own classes write after the name
+
+namespace {
+
+/// Steps over one value as detail::readValue reads it.
+template <class T> void valueFields(RecordFields& fields, char const* field) {
+    if constexpr (std::is_same_v<T, QN_String>) {
+        fields.str(field);
+    } else if constexpr (std::is_same_v<T, Array<QN_String>>) {
+        fields.strArray(field);
+    } else if constexpr (std::is_same_v<T, Tuple2<QN_String, int>>) {
+        fields.str("label");
+        fields.i32("index");
+    } else {
+        fields.bytes(field, std::is_same_v<T, bool> ? 1 : sizeof(T));
+    }
+}
+
+void nothing(RecordFields&) {}
+
+template <class T> void plainFields(RecordFields& fields) { valueFields<T>(fields, "value"); }
+
+template <class T> void rangedFields(RecordFields& fields) {
+    for (char const* const field : {"value", "maximum", "minimum"}) valueFields<T>(fields, field);
+}
+
+void enumFields(RecordFields& fields) {
+    unsigned int layout = 0;
+    if (detail::recordsCarryALayoutNumber()) fields.u32("layout", &layout);
+    if (layout > detail::lastLayoutWithoutLabel) fields.str("label");
+    fields.i32("index");
+    fields.strArray("labels");
+    fields.block("values", sizeof(int));
+}
+
+void variantFields(RecordFields& fields) {
+    unsigned int tag = 0;
+    if (!fields.tag(tag)) return;
+    detail::visitKind(tag, [&](auto kind) { valueFields<typename decltype(kind)::Type>(fields, "value"); });
+}
+
+/// What one class of the library writes after the name, on either stream kind.
+struct KindFields {
+    std::type_info const* type;
+    bool (*isBaseOf)(Ppty const&);
+    void (*raw)(RecordFields&);
+    void (*endian)(RecordFields&);
+};
+
+template <class Kind> bool isBaseOf(Ppty const& ppty) { return dynamic_cast<Kind const*>(&ppty) != nullptr; }
+
+template <class Kind> KindFields fieldsOf(void (*raw)(RecordFields&), void (*endian)(RecordFields&)) {
+    return {&typeid(Kind), &isBaseOf<Kind>, raw, endian};
+}
+
+template <class Kind, class T> KindFields plain() { return fieldsOf<Kind>(&plainFields<T>, &nothing); }
+template <class Kind, class T> KindFields ranged() { return fieldsOf<Kind>(&rangedFields<T>, &nothing); }
+
+/// By type code, from 1.
+auto const& kinds() {
+    static std::array const all{
+        plain<PptyInt, int>(),
+        plain<PptyInt64, long long>(),
+        plain<PptyFloat, float>(),
+        plain<PptyDouble, double>(),
+        plain<PptyBool, bool>(),
+        plain<PptyString, QN_String>(),
+        plain<PptyVector3F, Vector3<float>>(),
+        plain<PptyVector3D, Vector3<double>>(),
+        plain<PptyColor4F, Color4<float>>(),
+        plain<PptyColor4D, Color4<double>>(),
+        fieldsOf<PptyArrayString>(&plainFields<Array<QN_String>>, &plainFields<Array<QN_String>>),
+        ranged<RIntPpty, int>(),
+        ranged<RInt64Ppty, long long>(),
+        ranged<RFloatPpty, float>(),
+        ranged<RDoublePpty, double>(),
+        ranged<RangeVect3FPpty, Vector3<float>>(),
+        ranged<RangeVect3DPpty, Vector3<double>>(),
+        fieldsOf<PptyEnum>(&enumFields, &enumFields),
+        plain<PptyFile, QN_String>(),
+        plain<PptyDirectory, QN_String>(),
+    };
+    return all;
+}
+
+/// Returns the library's class of `pattern`, or the one that it derives from; null if it derives from Ppty alone. The
+/// type code leads to it at once, unless a class of a host's own returns one of its own.
+KindFields const* kindOf(Ppty const& pattern) {
+    unsigned int const place = pattern.getType() - 1;
+    if (place < kinds().size() &&
+        (typeid(pattern) == *kinds()[place].type || kinds()[place].isBaseOf(pattern)))
+        return &kinds()[place];
+    for (KindFields const& kind : kinds())
+        if (kind.isBaseOf(pattern)) return &kind;
+    return nullptr;
+}
+
+void propertyFields(Ppty const& pattern, bool raw, RecordFields& fields) {
+    fields.str("name");
+    KindFields const* const kind = kindOf(pattern);
+    if (kind != nullptr) (raw ? kind->raw : kind->endian)(fields);
+    if (kind != nullptr && typeid(pattern) == *kind->type) return;
+    if (auto const* const own = dynamic_cast<CheckableRecord const*>(&pattern))
+        raw ? own->checkRawFields(fields) : own->checkEndianFields(fields);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+
+bool RecordFields::fail(RecordCheck::Reason reason, unsigned long long offset, char const* field,
+                        long long element) {
+    result_.reason = reason;
+    result_.offset = offset;
+    result_.field = field;
+    if (element >= 0) {
+        std::array<char, 24> index{};
+        std::snprintf(index.data(), index.size(), "[%lld]", element);
+        result_.field += index.data();
+    }
+    return false;
+}
+
+bool RecordFields::read32(unsigned int& value) {
+    std::array<unsigned char, sizeof value> bytes;
+    if (!bytes_.read(bytes.data(), bytes.size())) return false;
+    at_ += bytes.size();
+    if (raw_)
+        std::memcpy(&value, bytes.data(), bytes.size());
+    else
+        value = static_cast<unsigned int>(bytes[0]) << 24 | static_cast<unsigned int>(bytes[1]) << 16 |
+                static_cast<unsigned int>(bytes[2]) << 8 | bytes[3];
+    return true;
+}
+
+bool RecordFields::u32(char const* field, unsigned int* value) {
+    if (!good()) return false;
+    unsigned int ignored = 0;
+    return read32(value == nullptr ? ignored : *value) || fail(RecordCheck::EndsEarly, at_, field);
+}
+
+bool RecordFields::i32(char const* field) { return u32(field); }
+
+bool RecordFields::tag(unsigned int& value) {
+    unsigned long long const start = at_;
+    if (!u32("tag", &value)) return false;
+    return value <= detail::variantTag<Tuple2<QN_String, int>> || fail(RecordCheck::UnknownTag, start, "tag");
+}
+
+bool RecordFields::bytes(char const* field, unsigned long long byteCount) {
+    if (!good()) return false;
+    return skip(byteCount) || fail(RecordCheck::EndsEarly, at_, field);
+}
+
+/// Short fields are read, which costs less than moving the position of a FILE.
+bool RecordFields::skip(unsigned long long byteCount) {
+    std::array<char, 256> unused;
+    bool const isThere = byteCount <= unused.size()
+                             ? bytes_.read(unused.data(), static_cast<std::size_t>(byteCount))
+                             : byteCount <= left() && bytes_.skip(byteCount);
+    if (isThere) at_ += byteCount;
+    return isThere;
+}
+
+bool RecordFields::str(char const* field) { return strAt(field, -1); }
+
+bool RecordFields::strAt(char const* field, long long element) {
+    if (!good()) return false;
+    unsigned long long const start = at_;
+    unsigned int size = 0;
+    if (!read32(size)) return fail(RecordCheck::EndsEarly, start, field, element);
+    if (size == 0) return true;
+    char last = 0;
+    if (!skip(size - 1) || !bytes_.read(&last, 1))
+        return fail(RecordCheck::SizeBeyondFile, start, field, element);
+    ++at_;
+    return last == '\0' || fail(RecordCheck::Unterminated, start, field, element);
+}
+
+bool RecordFields::strArray(char const* field) {
+    unsigned int count = 0;
+    if (!countFits(field, sizeof count, count)) return false;
+    for (unsigned int i = 0; i < count; ++i)
+        if (!strAt(field, i)) return false;
+    return true;
+}
+
+bool RecordFields::block(char const* field, unsigned long long elementSize) {
+    unsigned int count = 0;
+    return countFits(field, elementSize, count) && bytes(field, count * elementSize);
+}
+
+/// Reads the count of a list whose elements take at least `elementSize` bytes each.
+bool RecordFields::countFits(char const* field, unsigned long long elementSize, unsigned int& count) {
+    unsigned long long const start = at_;
+    if (!u32(field, &count)) return false;
+    return count == 0 || elementSize == 0 || count <= left() / elementSize ||
+           fail(RecordCheck::SizeBeyondFile, start, field);
+}
+
+unsigned long long RecordFields::left() const {
+    unsigned long long const end = bytes_.end();
+    return at_ < end ? end - at_ : 0;
+}
+
+CheckableRecord::~CheckableRecord() = default;
+
+void CheckableRecord::checkEndianFields(RecordFields&) const {}
+
+// ---------------------------------------------------------------------------
+
+template <class Walk> RecordCheck detail::RecordBytes::walk(bool raw, Walk const& walkFields) {
+    RecordFields fields(*this, start(), raw);
+    walkFields(fields);
+    if (fields.good()) {
+        fields.result_.offset = fields.at_;
+        fields.result_.size = fields.at_ - start();
+    }
+    return fields.result_;
+}
+
+RecordCheck detail::RecordBytes::check(Ppty const& pattern, bool raw) {
+    return walk(raw, [&](RecordFields& fields) { propertyFields(pattern, raw, fields); });
+}
+
+RecordCheck detail::RecordBytes::checkVariant() { return walk(true, variantFields); }
+
+namespace {
+
+template <class Check> RecordCheck checkFile(std::FILE* file, Check const& checkBytes) {
+    RecordCheck notSeekable;
+    notSeekable.reason = RecordCheck::NotSeekable;
+    detail::FileBytes bytes(file);
+    if (!bytes.isSeekable()) return notSeekable;
+    RecordCheck const check = checkBytes(bytes);
+    return bytes.putBack() ? check : notSeekable;
+}
+
+char const* explanation(RecordCheck::Reason reason) {
+    switch (reason) {
+    case RecordCheck::EndsEarly: return "the file ends inside it";
+    case RecordCheck::SizeBeyondFile: return "its size is beyond the end of the file";
+    case RecordCheck::Unterminated: return "the string does not end with a NUL";
+    case RecordCheck::UnknownTag: return "the tag is unknown";
+    default: return "";
+    }
+}
+
+} // namespace
+
+std::string RecordCheck::message() const {
+    if (good()) return {};
+    if (reason == NotSeekable) return "there is no file whose position can be read and set";
+    std::array<char, 48> place{};
+    std::snprintf(place.data(), place.size(), " at byte %llu: ", offset);
+    return field + place.data() + explanation(reason);
+}
+
+RecordCheck checkRecord(Ppty const& pattern, FileStreamRaw& stream) {
+    return checkFile(stream.file(), [&](detail::RecordBytes& bytes) { return bytes.check(pattern, true); });
+}
+
+RecordCheck checkRecord(Ppty const& pattern, FileStreamEndian& stream) {
+    return checkFile(stream.file(), [&](detail::RecordBytes& bytes) { return bytes.check(pattern, false); });
+}
+
+RecordCheck checkVariantRecord(FileStreamRaw& stream) {
+    return checkFile(stream.file(), [](detail::RecordBytes& bytes) { return bytes.checkVariant(); });
+}
+
+} // namespace quarn
