@@ -24,7 +24,7 @@ int main() {
     std::rewind(file);
     RecordCheck const asList = checkRecord(PptyArrayString(), stream);
     claim(asList.reason == RecordCheck::SizeBeyondFile, "taken for a list of strings it claims too much");
-    claim(asList.message() == "value at byte 12: its size is beyond the end of the file",
+    claim(asList.message() == "value at byte 12: its size exceeds the data that is left",
           "and the message says where");
     std::fclose(file);
 }

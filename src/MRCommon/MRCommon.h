@@ -39,6 +39,7 @@
 #include <MRCommon/properties/PptyArrayString.h>
 #include <MRCommon/properties/PptyEnum.h>
 #include <MRCommon/properties/PptyText.h>
+#include <MRCommon/properties/PropertyFile.h>
 #include <MRCommon/properties/QN_Class.h>
 #include <MRCommon/properties/QN_Enum.h>
 #include <MRCommon/properties/QN_MetaClass.h>

@@ -204,7 +204,7 @@ TEST(RecordCheck, NamesTheFirstFaultyField) {
     expectFault(checkedVariant(hex("0C000000 00000000 000000")), R::EndsEarly, "index", 8);
     EXPECT_TRUE(checkedVariant(hex("00000000")).good());
 
-    EXPECT_EQ(checkedRaw("PptyInt", after("00")).message(), "value at byte 6: the file ends inside it");
+    EXPECT_EQ(checkedRaw("PptyInt", after("00")).message(), "value at byte 6: the data ends inside it");
 }
 
 TEST(RecordCheck, JudgesEnumerationsByTheVersionOfTheWorkSpace) {

@@ -5,10 +5,19 @@
 #include <fstream>
 #include <stdexcept>
 
+namespace {
+
+/// A folder in memory if there is one: tests of files make thousands of them.
+std::filesystem::path temporaryRoot() {
+    std::filesystem::path const inMemory = "/dev/shm";
+    return access(inMemory.c_str(), W_OK | X_OK) == 0 ? inMemory : std::filesystem::temp_directory_path();
+}
+
+} // namespace
+
 TempDir::TempDir() {
     static int made = 0;
-    root_ = std::filesystem::temp_directory_path() /
-            ("mrcommon-" + std::to_string(getpid()) + "-" + std::to_string(made++));
+    root_ = temporaryRoot() / ("mrcommon-" + std::to_string(getpid()) + "-" + std::to_string(made++));
     std::filesystem::create_directories(root_);
 }
 

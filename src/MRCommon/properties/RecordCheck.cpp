@@ -100,8 +100,8 @@ auto const& kinds() {
     return all;
 }
 
-/// Returns the library's class of `pattern`, or the one that it derives from; null if it derives from Ppty alone. The
-/// type code leads to it at once, unless a class of a host's own returns one of its own.
+/// Returns the library's class of `pattern`, which may be a base of its class; null if the only base is Ppty. The type
+/// code finds it at once, unless a class of a host's own overrides getType().
 KindFields const* kindOf(Ppty const& pattern) {
     unsigned int const place = pattern.getType() - 1;
     if (place < kinds().size() &&
@@ -255,8 +255,8 @@ template <class Check> RecordCheck checkFile(std::FILE* file, Check const& check
 
 char const* explanation(RecordCheck::Reason reason) {
     switch (reason) {
-    case RecordCheck::EndsEarly: return "the file ends inside it";
-    case RecordCheck::SizeBeyondFile: return "its size is beyond the end of the file";
+    case RecordCheck::EndsEarly: return "the data ends inside it";
+    case RecordCheck::SizeBeyondFile: return "its size exceeds the data that is left";
     case RecordCheck::Unterminated: return "the string does not end with a NUL";
     case RecordCheck::UnknownTag: return "the tag is unknown";
     default: return "";

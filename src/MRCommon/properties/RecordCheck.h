@@ -12,7 +12,7 @@
 //                     4 bytes, a value of an enumeration 4
 //   Unterminated      a string of a size other than 0 whose last byte is not NUL
 //   UnknownTag        the tag of a variant is above 12
-//   NotSeekable       there is no FILE, or its position cannot be read and set
+//   NotSeekable       the stream has no FILE, or one whose position cannot be read and set
 //
 // A check looks at the FILE below the stream and puts its position back; the property and what the stream says in
 // failed() stay as they are. A stream class whose `read` transforms the bytes of its FILE cannot be checked. The layout
@@ -43,7 +43,7 @@ struct MRCOMMON_API RecordCheck {
     std::string field; ///< the faulty field, such as "name", "value" or "labels[3]"; empty when good
 
     bool good() const { return reason == Good; }
-    /// Returns one line, such as "value at byte 12: the file ends inside it"; nothing when good.
+    /// Returns one line, such as "value at byte 12: the data ends inside it"; nothing when good.
     std::string message() const;
 };
 
@@ -92,7 +92,7 @@ private:
     RecordCheck result_;
 };
 
-/// What a property class of a host's own derives from, behind its property class, to have its fields checked:
+/// The second base of a property class of a host's own whose fields are to be checked:
 ///     class WindPpty : public RFloatPpty, public CheckableRecord
 /// Name the property class first: objects made by metaNew() are taken for a Ppty by their address.
 class MRCOMMON_API CheckableRecord {

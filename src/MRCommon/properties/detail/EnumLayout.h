@@ -1,4 +1,4 @@
-// The two layouts of an enumeration's record, for whoever reads one and for whoever checks one.
+// EnumLayout: which of its two layouts the record of an enumeration has, for reading and for checking.
 #ifndef MRCOMMON_PROPERTIES_DETAIL_ENUMLAYOUT_H
 #define MRCOMMON_PROPERTIES_DETAIL_ENUMLAYOUT_H
 
@@ -10,7 +10,7 @@ constexpr unsigned int lastLayoutWithoutLabel = 1;
 /// of a CurrentEnumLayout.
 bool recordsCarryALayoutNumber();
 
-/// During its life, enumerations read by this thread carry a layout number whatever the host says.
+/// During its life, enumerations read by this thread carry a layout number, and the host is not asked.
 class CurrentEnumLayout {
 public:
     CurrentEnumLayout();

@@ -1,0 +1,426 @@
+#include <MRCommon/properties/PropertyFile.h>
+
+#include <MRCommon/properties/detail/AtomicFile.h>
+#include <MRCommon/properties/detail/Crc32.h>
+#include <MRCommon/properties/detail/EnumLayout.h>
+#include <MRCommon/properties/detail/RecordBytes.h>
+#include <MRCommon/properties/QN_MetaClass.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <map>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace quarn {
+
+// ---------------------------------------------------------------------------
+// The list
+
+PropertyList::PropertyList() = default;
+PropertyList::PropertyList(PropertyList&& other) noexcept = default;
+PropertyList& PropertyList::operator=(PropertyList&& other) noexcept = default;
+PropertyList::~PropertyList() = default;
+
+void PropertyList::add(std::unique_ptr<Ppty> property) {
+    if (property == nullptr) return;
+    std::string name = property->getClassName().c_str();
+    entries_.push_back({std::move(name), std::move(property), 0, {}});
+}
+
+Ppty* PropertyList::property(std::size_t i) const {
+    return i < entries_.size() ? entries_[i].property.get() : nullptr;
+}
+
+std::string const& PropertyList::className(std::size_t i) const {
+    static std::string const none;
+    return i < entries_.size() ? entries_[i].className : none;
+}
+
+Ppty* PropertyList::find(QN_String const& name) const {
+    auto const found = std::find_if(entries_.begin(), entries_.end(), [&](Entry const& entry) {
+        return entry.property != nullptr && entry.property->getName() == name;
+    });
+    return found == entries_.end() ? nullptr : found->property.get();
+}
+
+void PropertyList::clear() { entries_.clear(); }
+
+struct detail::PropertyListAccess {
+    using Entry = PropertyList::Entry;
+    static std::vector<Entry> const& entries(PropertyList const& list) { return list.entries_; }
+    static std::vector<Entry>& entries(PropertyList& list) { return list.entries_; }
+};
+
+namespace {
+
+using Access = detail::PropertyListAccess;
+using Entry = Access::Entry;
+
+constexpr std::array<char, 8> signature{'M', 'R', 'P', 'R', 'O', 'P', 'S', '\n'};
+constexpr std::uint32_t format = 1;
+
+/// The size of an entry whose class has no name and whose record has no byte.
+constexpr unsigned long long leastEntry = 4 + 1 + 4 + 8;
+
+/// An integer of the file, least significant byte first.
+template <class Integer> std::array<char, sizeof(Integer)> toBytes(Integer value) {
+    std::array<char, sizeof(Integer)> bytes;
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(value >> 8 * i & 0xFF);
+    return bytes;
+}
+
+template <class Integer> Integer fromBytes(std::array<char, sizeof(Integer)> const& bytes) {
+    Integer value = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        value |= static_cast<Integer>(static_cast<unsigned char>(bytes[i])) << 8 * i;
+    return value;
+}
+
+std::string textOf(char const* pattern, unsigned long long number) {
+    std::array<char, 128> text{};
+    std::snprintf(text.data(), text.size(), pattern, number);
+    return text.data();
+}
+
+/// Such as "entry 3 (PptyFloat): ".
+std::string placeOf(std::size_t i, std::string const& className) {
+    return textOf("entry %llu (", i + 1) + className + "): ";
+}
+
+/// What ends saving or loading; caught at their outermost level.
+struct Failure {
+    FileStatus status;
+};
+
+[[noreturn]] void fail(FileStatus::Code code, std::string const& path, std::string const& reason,
+                       RecordCheck const& fault = {}) {
+    throw Failure{{code, path + ": " + reason, fault}};
+}
+
+template <class Act> FileStatus statusOf(FileStatus::Code systemFailure, Act const& act) {
+    try {
+        act();
+    } catch (Failure& failure) {
+        return std::move(failure.status);
+    } catch (detail::SystemFailure const& failure) {
+        return {systemFailure, failure.what(), {}};
+    }
+    return {};
+}
+
+// ---------------------------------------------------------------------------
+// Saving
+
+/// A FILE in memory that one record after the other is written to.
+class RecordBuffer {
+public:
+    RecordBuffer() : file_(open_memstream(&bytes_, &size_)) {
+        if (file_ == nullptr) throw std::bad_alloc();
+    }
+    ~RecordBuffer() {
+        std::fclose(file_);
+        std::free(bytes_);
+    }
+    RecordBuffer(RecordBuffer const&) = delete;
+    RecordBuffer& operator=(RecordBuffer const&) = delete;
+
+    /// Replaces the record; false if the property cannot be written.
+    bool write(Ppty const& property) {
+        std::rewind(file_);
+        FileStreamRaw stream(file_);
+        property.writeTo(stream);
+        return !stream.failed() && std::fflush(file_) == 0;
+    }
+
+    char const* data() const { return bytes_; }
+    std::size_t size() const { return size_; }
+
+private:
+    char* bytes_ = nullptr;
+    std::size_t size_ = 0;
+    std::FILE* file_;
+};
+
+/// Writes a file with its checksum, in large pieces.
+class ChecksumWriter {
+public:
+    explicit ChecksumWriter(std::string const& path) : file_(path) { pending_.reserve(pieceSize); }
+
+    void write(char const* bytes, std::size_t size) {
+        crc_.update(bytes, size);
+        if (pending_.size() + size > pieceSize) flush();
+        if (size > pieceSize)
+            file_.write(bytes, size);
+        else
+            pending_.append(bytes, size);
+    }
+
+    template <class Integer> void write(Integer value) {
+        auto const bytes = toBytes(value);
+        write(bytes.data(), bytes.size());
+    }
+
+    /// A string with its NUL.
+    void write(std::string const& text) {
+        write(static_cast<std::uint32_t>(text.size() + 1));
+        write(text.c_str(), text.size() + 1);
+    }
+
+    void commit() {
+        write(crc_.value());
+        flush();
+        file_.commit();
+    }
+
+private:
+    static constexpr std::size_t pieceSize = 1 << 16;
+
+    void flush() {
+        file_.write(pending_.data(), pending_.size());
+        pending_.clear();
+    }
+
+    detail::AtomicFile file_;
+    detail::Crc32 crc_;
+    std::string pending_;
+};
+
+class Saving {
+public:
+    explicit Saving(std::string const& path) : path_(path), out_(path) {}
+
+    void run(std::vector<Entry> const& entries) {
+        if (entries.size() > UINT32_MAX) fail(FileStatus::CannotWrite, path_, "Too many entries");
+        out_.write(signature.data(), signature.size());
+        out_.write(format);
+        out_.write(static_cast<std::uint32_t>(entries.size()));
+        for (std::size_t i = 0; i < entries.size(); ++i) write(i, entries[i]);
+        out_.commit();
+    }
+
+private:
+    void write(std::size_t i, Entry const& entry) {
+        if (entry.property == nullptr) {
+            writeEntry(entry.className, entry.schema, entry.bytes.data(), entry.bytes.size());
+            return;
+        }
+        Ppty const& property = *entry.property;
+        if (!record_.write(property))
+            fail(FileStatus::CannotWrite, path_,
+                 placeOf(i, entry.className) + "its record cannot be written");
+        RecordCheck const check = detail::MemoryBytes(record_.data(), record_.size()).check(property, true);
+        if (!check.good())
+            fail(FileStatus::CannotWrite, path_,
+                 placeOf(i, entry.className) + "its record could not be read again: " + check.message());
+        writeEntry(entry.className, property.getClassSchema(), record_.data(), record_.size());
+    }
+
+    void writeEntry(std::string const& className, unsigned int schema, char const* record, std::size_t size) {
+        out_.write(className);
+        out_.write(static_cast<std::uint32_t>(schema));
+        out_.write(static_cast<std::uint64_t>(size));
+        out_.write(record, size);
+    }
+
+    std::string const& path_;
+    ChecksumWriter out_;
+    RecordBuffer record_;
+};
+
+// ---------------------------------------------------------------------------
+// Loading
+
+/// Returns whether objects of the class are properties, without making one.
+bool isPropertyClass(QN_MetaClassBase const& metaClass) {
+    auto const throwNull = metaClass.upcastProbe().throwNull;
+    if (throwNull == nullptr) return false;
+    try {
+        throwNull();
+    } catch (Ppty const*) {
+        return true;
+    } catch (...) { // a pointer to a class that is no property
+    }
+    return false;
+}
+
+class Loading {
+public:
+    explicit Loading(std::string const& path) : path_(path), file_(openFile(path), &std::fclose) {
+        struct stat status;
+        if (fstat(fileno(file_.get()), &status) != 0) detail::throwErrno(path);
+        end_ = static_cast<unsigned long long>(status.st_size);
+    }
+
+    std::vector<Entry> run() {
+        if (end_ < signature.size() || take<signature.size()>("signature") != signature)
+            fail(FileStatus::NotAPropertyFile, path_, "Not a property file");
+        auto const found = integer<std::uint32_t>("format");
+        if (found == 0) fail(FileStatus::Damaged, path_, "format 0 does not exist");
+        if (found > format)
+            fail(FileStatus::NewerFormat, path_, textOf("format %llu is newer than this library", found));
+        verifyChecksum();
+        return readEntries();
+    }
+
+private:
+    struct Class {
+        QN_MetaClassBase const* metaClass; // null if the class is not registered
+        bool isProperty;
+    };
+
+    static std::FILE* openFile(std::string const& path) {
+        // Not blocking, or a pipe would be waited for.
+        int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        if (descriptor < 0) detail::throwErrno(path);
+        struct stat status;
+        bool const isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+        std::FILE* const file = isRegular ? fdopen(descriptor, "rb") : nullptr;
+        if (file != nullptr) return file;
+        close(descriptor);
+        fail(FileStatus::CannotOpen, path, isRegular ? "Out of memory" : "Not a regular file");
+    }
+
+    void verifyChecksum() {
+        unsigned long long const bodyStart = at_;
+        detail::Crc32 crc;
+        crc.update(signature.data(), signature.size());
+        crc.update(toBytes(format).data(), sizeof format);
+        if (end_ - at_ < 2 * sizeof(std::uint32_t)) damaged("checksum", end_, "the file ends before it");
+        end_ -= sizeof(std::uint32_t);
+        std::array<char, 1 << 14> piece;
+        while (at_ != end_) {
+            auto const size =
+                static_cast<std::size_t>(std::min<unsigned long long>(piece.size(), end_ - at_));
+            read(piece.data(), size);
+            crc.update(piece.data(), size);
+        }
+        std::array<char, sizeof(std::uint32_t)> stored;
+        read(stored.data(), stored.size());
+        if (fromBytes<std::uint32_t>(stored) != crc.value())
+            damaged("checksum", end_, "it differs from that of the file's bytes");
+        if (fseeko(file_.get(), static_cast<off_t>(bodyStart), SEEK_SET) != 0) detail::throwErrno(path_);
+        at_ = bodyStart;
+    }
+
+    std::vector<Entry> readEntries() {
+        detail::CurrentEnumLayout const layout; // as writeTo writes it
+        unsigned long long const start = at_;
+        auto const count = integer<std::uint32_t>("number of entries");
+        if (count > (end_ - at_) / leastEntry) damaged("number of entries", start, tooLarge);
+        std::vector<Entry> entries;
+        for (number_ = 1; number_ <= count; ++number_) entries.push_back(readEntry());
+        number_ = 0;
+        if (at_ != end_) damaged("last entry", at_, textOf("%llu bytes follow it", end_ - at_));
+        return entries;
+    }
+
+    Entry readEntry() {
+        className_.clear();
+        unsigned long long const nameStart = at_;
+        className_ = className();
+        auto const schema = integer<std::uint32_t>("schema");
+        unsigned long long const sizeStart = at_;
+        auto const size = integer<std::uint64_t>("size of the record");
+        if (size > end_ - at_) damaged("size of the record", sizeStart, tooLarge);
+        Class const& known = classOf(className_);
+        if (known.metaClass == nullptr || (known.isProperty && schema > known.metaClass->classSchema())) {
+            Entry kept{className_, nullptr, schema, std::string(static_cast<std::size_t>(size), '\0')};
+            read(kept.bytes.data(), kept.bytes.size());
+            return kept;
+        }
+        if (!known.isProperty) damaged("name of the class", nameStart, "the class is not a property");
+        return {className_, readProperty(*known.metaClass, at_ + size), 0, {}};
+    }
+
+    std::unique_ptr<Ppty> readProperty(QN_MetaClassBase const& metaClass, unsigned long long recordEnd) {
+        std::unique_ptr<Ppty> property(static_cast<Ppty*>(metaClass.metaNew()));
+        detail::FileBytes bytes(file_.get(), recordEnd);
+        RecordCheck const check = bytes.check(*property, true);
+        if (!check.good()) fail(FileStatus::Damaged, path_, place() + check.message(), check);
+        if (!bytes.putBack()) detail::throwErrno(path_);
+        FileStreamRaw stream(file_.get());
+        property->readFrom(stream);
+        if (stream.failed() || ftello(file_.get()) != static_cast<off_t>(recordEnd))
+            damaged("record", at_, textOf("reading it does not take its %llu bytes", recordEnd - at_));
+        at_ = recordEnd;
+        return property;
+    }
+
+    std::string className() {
+        unsigned long long const start = at_;
+        auto const size = integer<std::uint32_t>("name of the class");
+        if (size > end_ - at_) damaged("name of the class", start, tooLarge);
+        std::string name(size, '\0');
+        read(name.data(), name.size());
+        if (name.empty() || name.find('\0') != name.size() - 1)
+            damaged("name of the class", start, "its first NUL is not its last byte");
+        name.pop_back();
+        return name;
+    }
+
+    Class const& classOf(std::string const& name) {
+        auto const [found, isNew] = classes_.try_emplace(name);
+        if (isNew) {
+            QN_MetaClassBase const* const metaClass = QN_MetaClassBase::find(name.c_str());
+            found->second = {metaClass, metaClass != nullptr && isPropertyClass(*metaClass)};
+        }
+        return found->second;
+    }
+
+    template <class Integer> Integer integer(char const* field) {
+        return fromBytes<Integer>(take<sizeof(Integer)>(field));
+    }
+
+    template <std::size_t size> std::array<char, size> take(char const* field) {
+        if (size > end_ - at_) damaged(field, at_, "the data ends inside it");
+        std::array<char, size> bytes;
+        read(bytes.data(), size);
+        return bytes;
+    }
+
+    /// Reads bytes that the file has, unless somebody shortens it meanwhile.
+    void read(char* buffer, std::size_t size) {
+        errno = EIO;
+        if (std::fread(buffer, 1, size, file_.get()) != size) detail::throwErrno(path_);
+        at_ += size;
+    }
+
+    std::string place() const { return number_ == 0 ? std::string() : placeOf(number_ - 1, className_); }
+
+    [[noreturn]] void damaged(char const* field, unsigned long long offset, std::string const& reason) const {
+        fail(FileStatus::Damaged, path_, place() + field + textOf(" at byte %llu: ", offset) + reason);
+    }
+
+    static constexpr char const* tooLarge = "it exceeds the data that is left";
+
+    std::string const& path_;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    unsigned long long at_ = 0;
+    unsigned long long end_ = 0;    // without the checksum, once that is verified
+    unsigned long long number_ = 0; // of the entry that is being read, from 1
+    std::string className_;         // of that entry
+    std::map<std::string, Class> classes_;
+};
+
+} // namespace
+
+FileStatus saveProperties(std::string const& path, PropertyList const& list) {
+    return statusOf(FileStatus::CannotWrite, [&] {
+        detail::CurrentEnumLayout const layout; // as writeTo writes it
+        Saving(path).run(Access::entries(list));
+    });
+}
+
+FileStatus loadProperties(std::string const& path, PropertyList& list) {
+    return statusOf(FileStatus::CannotOpen, [&] { Access::entries(list) = Loading(path).run(); });
+}
+
+} // namespace quarn
