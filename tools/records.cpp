@@ -1,266 +1,341 @@
-// mrcommon-records: prints the records in a file, one line each.
-//     mrcommon-records scene.raw PptyFloat PptyEnum
+// mrcommon-records: prints the records in files, one line each, after checking them.
+//     mrcommon-records --kinds PptyFloat,PptyEnum scene.raw
 //     PptyFloat name="gravity" value=-9.8100004196166992
 //     PptyEnum name="mode" label="High" index=20 labels=["Low", "High"] values=[10, 20]
-// Real numbers have 17 digits. A string is shown without its last NUL; bytes that are not printable ASCII, quotes and
-// backslashes are \xNN; a string of size 0 is none. Fields stand in the order of the record. What cannot be read gives
-// one line on the standard error stream and exit status 2.
+// docs/man/mrcommon-records.1 describes the options.
+#include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/properties/MetaClasses.h>
+#include <MRCommon/properties/PropertyFile.h>
+#include <MRCommon/properties/RecordCheck.h>
+#include <MRCommon/streams/StreamEncoding.h>
+#include <MRCommon/system/LibLoader.h>
+#include <qn_fileio/qn_fileio.h>
 
 #include "../examples/WorkSpaceVersion.h"
+#include "CommandLine.h"
+#include "RecordText.h"
 
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <cerrno>
-#include <charconv>
+#include <cstdint>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
-#include <limits>
+#include <fstream>
 #include <memory>
-#include <new>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 using namespace quarn;
 
 namespace {
 
-/// A damaged size or count would have the library ask for gigabytes, so no array may be larger than what a file of
-/// this size can fill: a string takes at least 4 of its bytes and 16 in memory.
-std::size_t largestArray = std::numeric_limits<std::size_t>::max();
-
-} // namespace
-
-void* operator new[](std::size_t size) {
-    if (size > largestArray) throw std::bad_alloc();
-    return ::operator new(size);
-}
-
-void operator delete[](void* array) noexcept { ::operator delete(array); }
-
-void operator delete[](void* array, std::size_t) noexcept { ::operator delete(array); }
-
-namespace {
-
-void show(bool value) { std::printf(value ? "true" : "false"); }
-void show(int value) { std::printf("%d", value); }
-void show(long long value) { std::printf("%lld", value); }
-void show(double value) { std::printf("%.17g", value); }
-void show(float value) { show(static_cast<double>(value)); }
-
-void show(QN_String const& text) {
-    if (text.empty()) {
-        std::printf("none");
-        return;
-    }
-    unsigned int const count = text.size() - (text[text.size() - 1] == '\0' ? 1 : 0);
-    std::printf("\"");
-    for (unsigned int i = 0; i < count; ++i) {
-        auto const byte = static_cast<unsigned char>(text[i]);
-        bool const isPlain = byte >= 32 && byte < 127 && byte != '"' && byte != '\\';
-        std::printf(isPlain ? "%c" : "\\x%02x", byte);
-    }
-    std::printf("\"");
-}
-
-template <class T> void show(Array<T> const& list) {
-    std::printf("[");
-    for (unsigned int i = 0; i < list.size(); ++i) {
-        if (i != 0) std::printf(", ");
-        show(list[i]);
-    }
-    std::printf("]");
-}
-
-template <class First, class... Others> void showTuple(First const& first, Others const&... others) {
-    std::printf("(");
-    show(first);
-    ((std::printf(", "), show(others)), ...);
-    std::printf(")");
-}
-
-template <class T> void show(Vector3<T> const& v) { showTuple(v.x, v.y, v.z); }
-template <class T> void show(Color4<T> const& c) { showTuple(c.r, c.g, c.b, c.a); }
-void show(Tuple2<QN_String, int> const& pair) { showTuple(pair.first, pair.second); }
-
-template <class T> void showField(char const* what, T const& value) {
-    std::printf(" %s=", what);
-    show(value);
-}
-
-template <class T> bool showValueAs(ItemVariant const& variant) {
-    T const* const value = variant.as<T>();
-    if (value != nullptr) showField("value", *value);
-    return value != nullptr;
-}
-
-template <class... T> void showValueAsFirstOf(ItemVariant const& variant) {
-    (void)(showValueAs<T>(variant) || ...);
-}
-
-void showValue(ItemVariant const& variant) { // pair and list first, since they also pass for int and string
-    showValueAsFirstOf<Tuple2<QN_String, int>, Array<QN_String>, int, long long, float, double, bool,
-                       QN_String, Vector3<float>, Vector3<double>, Color4<float>, Color4<double>>(variant);
-}
-
-template <class Ranged> void showBoundsOf(Ppty const& ppty) {
-    if (auto const* const ranged = dynamic_cast<Ranged const*>(&ppty)) {
-        showField("max", ranged->getMax());
-        showField("min", ranged->getMin());
-    }
-}
-
-void showProperty(Ppty const& ppty, bool raw) {
-    showField("name", ppty.getName());
-    if (auto const* const choice = dynamic_cast<PptyEnum const*>(&ppty)) {
-        auto const& pair = *choice->getVariantValue().as<Tuple2<QN_String, int>>();
-        showField("label", pair.first);
-        showField("index", pair.second);
-        showField("labels", choice->itemLabels);
-        showField("values", choice->itemValues);
-    } else if (raw || ppty.getType() == Ppty::TYPE_ARRAY_STRING) {
-        showValue(ppty.getVariantValue());
-        showBoundsOf<RIntPpty>(ppty);
-        showBoundsOf<RInt64Ppty>(ppty);
-        showBoundsOf<RFloatPpty>(ppty);
-        showBoundsOf<RDoublePpty>(ppty);
-        showBoundsOf<RangeVect3FPpty>(ppty);
-        showBoundsOf<RangeVect3DPpty>(ppty);
-    }
-}
-
-constexpr char const* usage = "mrcommon-records [--endian] [--workspace <version>] <file> <class>...";
-
 struct Request {
-    bool endian = false;
+    std::vector<std::string> files;
+    std::vector<std::string> kinds;
+    std::string kindsFrom;
+    std::vector<std::string> plugIns;
     std::optional<unsigned int> workSpace;
-    std::string path;
-    std::vector<std::string> classes;
+    bool repeat = false;
+    bool endian = false;
+    bool settings = false;
+    bool json = false;
+    bool check = false;
 };
 
-/// The end of the program: the one line that says why.
-using Refusal = std::runtime_error;
+constexpr char const* standardInput = "-";
+constexpr char const* variantKind = "ItemVariant";
+constexpr char const* settingsKind = "FileNameStitcher";
 
-/// Null for a name that is none of a property class. Only this library's classes are registered here: but for
-/// the root all of them are properties.
+/// What is wrong with an input; ends the work on it.
+struct BadInput : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+std::string systemReason() { return std::generic_category().message(errno); }
+
+/// Returns null if the class is not registered or its objects are not properties.
 QN_MetaClassBase const* propertyClass(std::string const& name) {
     QN_MetaClassBase const* const found = QN_MetaClassBase::find(name.c_str());
-    return found == &metaClass_QN_Class ? nullptr : found;
-}
-
-unsigned int versionIn(std::string const& text) {
-    unsigned int version = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), version);
-    if (error != std::errc() || end != text.data() + text.size())
-        throw Refusal("\"" + text + "\" is no workspace version");
-    return version;
-}
-
-Request requestIn(std::vector<std::string> const& words) {
-    Request request;
-    std::size_t at = 0;
-    for (; at < words.size() && words[at].rfind("--", 0) == 0; ++at) {
-        if (words[at] == "--endian")
-            request.endian = true;
-        else if (words[at] == "--workspace" && at + 1 < words.size())
-            request.workSpace = versionIn(words[++at]);
-        else
-            throw Refusal(std::string("usage: ") + usage);
+    auto const throwNull = found == nullptr ? nullptr : found->upcastProbe().throwNull;
+    if (throwNull == nullptr) return nullptr;
+    try {
+        throwNull();
+    } catch (Ppty const*) {
+        return found;
+    } catch (...) { // a pointer to another class
     }
-    if (words.size() < at + 2) throw Refusal(std::string("usage: ") + usage);
-    request.path = words[at];
-    request.classes.assign(words.begin() + static_cast<std::ptrdiff_t>(at) + 1, words.end());
-    for (std::string const& name : request.classes)
-        if (name != "ItemVariant" && propertyClass(name) == nullptr)
-            throw Refusal("there is no record class " + name);
-    return request;
+    return nullptr;
 }
 
-/// One FILE behind both stream kinds, since a variant's record is a raw one everywhere.
+void requireKinds(std::vector<std::string> const& kinds) {
+    for (std::string const& kind : kinds)
+        if (kind != variantKind && propertyClass(kind) == nullptr)
+            throw CLI::ValidationError("unknown record class " + kind);
+}
+
+/// Appends the kinds in a list with commas or blanks between them.
+void appendKinds(std::string list, std::vector<std::string>& kinds) {
+    std::replace(list.begin(), list.end(), ',', ' ');
+    std::istringstream words(list);
+    for (std::string kind; words >> kind;) kinds.push_back(kind);
+}
+
+std::string contentOf(std::string const& path) {
+    std::ifstream file(path);
+    std::ostringstream content;
+    if (!file || !(content << file.rdbuf())) throw std::runtime_error(path + ": " + systemReason());
+    return content.str();
+}
+
+/// A FILE that can be positioned, with both stream kinds on it, since a variant's record is raw everywhere.
 class RecordFile {
 public:
     explicit RecordFile(std::string const& path)
-        : size_(sizeOf(path)), file_(std::fopen(path.c_str(), "rb"), &std::fclose) {
-        if (file_ == nullptr) throw Refusal(path + ": " + std::strerror(errno));
-        largestArray = 4 * size_ + 4096;
+        : file_(openFile(path), path == standardInput ? &keepOpen : &std::fclose) {
+        struct stat status;
+        if (file_ == nullptr || fstat(fileno(file_.get()), &status) != 0) throw BadInput(systemReason());
+        if (S_ISDIR(status.st_mode)) throw BadInput(std::generic_category().message(EISDIR));
+        if (!S_ISREG(status.st_mode) || ftello(file_.get()) < 0)
+            throw BadInput(
+                "records are read from files that can be positioned only; save it as a file first");
+        size_ = static_cast<unsigned long long>(status.st_size);
     }
 
-    /// Prints the next record, or nothing of it.
-    void print(std::string const& className, bool endian) {
-        if (className == "ItemVariant") {
-            ItemVariant variant;
-            read(variant, raw_);
-            std::printf("ItemVariant tag=%u", variant.tag());
-            showValue(variant);
-        } else {
-            std::unique_ptr<Ppty> const ppty(static_cast<Ppty*>(propertyClass(className)->metaNew()));
-            endian ? read(*ppty, endian_) : read(*ppty, raw_);
-            std::printf("%s", className.c_str());
-            showProperty(*ppty, !endian);
-        }
-        std::printf("\n");
+    FileStreamRaw& raw() { return raw_; }
+    FileStreamEndian& endian() { return endian_; }
+    std::FILE* file() const { return file_.get(); }
+    unsigned long long position() const { return static_cast<unsigned long long>(ftello(file_.get())); }
+    unsigned long long left() const { return size_ - std::min(size_, position()); }
+    void seek(unsigned long long position) {
+        if (fseeko(file_.get(), static_cast<off_t>(position), SEEK_SET) != 0) throw BadInput(systemReason());
     }
-
-    std::size_t bytesLeft() const { return size_ - static_cast<std::size_t>(std::ftell(file_.get())); }
 
 private:
-    static std::size_t sizeOf(std::string const& path) {
-        std::error_code error;
-        auto const size = std::filesystem::file_size(path, error);
-        if (error) throw Refusal(path + ": " + error.message());
-        return size;
+    static std::FILE* openFile(std::string const& path) {
+        return path == standardInput ? stdin : std::fopen(path.c_str(), "rb");
     }
+    static int keepOpen(std::FILE*) { return 0; }
 
-    template <class Record, class Stream> void read(Record& record, Stream& stream) {
-        try {
-            record.readFrom(stream);
-        } catch (std::bad_alloc const&) {
-            throw Refusal("holds a size that the file cannot fill");
-        }
-        if (stream.failed()) throw Refusal("ends early");
-    }
-
-    std::size_t size_;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    unsigned long long size_ = 0;
     FileStreamRaw raw_{file_.get()};
     FileStreamEndian endian_{file_.get()};
 };
 
-void printRecords(Request const& request) {
-    std::optional<WorkSpaceVersion> workSpace;
-    if (request.workSpace) workSpace.emplace(*request.workSpace);
-    RecordFile file(request.path);
-    for (std::size_t i = 0; i < request.classes.size(); ++i) {
-        try {
-            file.print(request.classes[i], request.endian);
-        } catch (Refusal const& refusal) {
-            throw Refusal(request.path + ": record " + std::to_string(i + 1) + " (" + request.classes[i] +
-                          ") " + refusal.what());
+class Printing {
+public:
+    Printing(Request const& request, CommandLine& program) : request_(request), program_(program) {}
+
+    void printFile(std::string const& path) {
+        path_ = path;
+        count_ = 0;
+        if (request_.settings)
+            printSettings();
+        else if (request_.kinds.empty())
+            printPropertyFile();
+        else
+            printRecords();
+    }
+
+private:
+    void printRecords() {
+        RecordFile file(path_);
+        if (!request_.repeat || file.left() != 0) do {
+                for (std::string const& kind : request_.kinds) printRecord(file, kind);
+            } while (request_.repeat && file.left() != 0);
+        requireEnd(file, "the last record");
+    }
+
+    void printRecord(RecordFile& file, std::string const& kind) {
+        countRecord();
+        unsigned long long const offset = file.position();
+        if (kind == variantKind) {
+            RecordCheck const check = checkVariantRecord(file.raw());
+            if (check.reason != RecordCheck::UnknownTag)
+                require(check, kind); // such a record is its tag alone
+            ItemVariant variant;
+            variant.readFrom(file.raw());
+            print(offset, kind, [&](auto& fields) { fields.variant(variant); });
+            return;
+        }
+        std::unique_ptr<Ppty> const ppty(static_cast<Ppty*>(propertyClass(kind)->metaNew()));
+        request_.endian ? read(*ppty, file.endian(), kind) : read(*ppty, file.raw(), kind);
+        print(offset, kind, [&](auto& fields) { fields.property(*ppty, !request_.endian); });
+    }
+
+    template <class Stream> void read(Ppty& ppty, Stream& stream, std::string const& kind) {
+        require(checkRecord(ppty, stream), kind);
+        ppty.readFrom(stream);
+        if (stream.failed())
+            throw BadInput(place(kind) + "reading it failed"); // a class that is not checkable
+    }
+
+    /// Everything was verified by loadProperties; the walk over the file finds where its records are.
+    void printPropertyFile() {
+        bool const isStandardInput = path_ == standardInput;
+        RecordFile file(path_);
+        std::string const path = isStandardInput ? "/dev/stdin" : path_;
+        PropertyList list;
+        FileStatus const status = loadProperties(path, list);
+        if (!status.ok()) {
+            bool const isOther = status.code == FileStatus::NotAPropertyFile;
+            throw BadInput(status.message.substr(path.size() + 2) +
+                           (isOther ? "; its kinds must be given" : ""));
+        }
+        file.seek(firstEntry);
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            countRecord();
+            QN_String className;
+            encoding::readStr(file.raw(), className);
+            unsigned int const schema = encoding::readU32(file.raw());
+            std::uint64_t size = 0;
+            file.raw().read(&size, sizeof size);
+            unsigned long long const offset = file.position();
+            print(offset, list.className(i), [&](auto& fields) {
+                if (Ppty const* const ppty = list.property(i))
+                    fields.property(*ppty, true);
+                else
+                    fields.unknown(schema, size);
+            });
+            file.seek(offset + size);
         }
     }
-    if (file.bytesLeft() != 0)
-        throw Refusal(request.path +
-                      ": bytes left over behind the last record: " + std::to_string(file.bytesLeft()));
+
+    void printSettings() {
+        RecordFile file(path_);
+        constexpr unsigned long long withoutPrefix = 3 * sizeof(int);
+        unsigned int length = 0;
+        unsigned long long const offset = file.position(), left = file.left();
+        if (left < withoutPrefix) throw BadInput("the settings end early");
+        ReadUInt(&length, 1, file.file());
+        if (length > left - withoutPrefix)
+            throw BadInput("the length of the prefix exceeds the data that is left");
+        file.seek(offset);
+        FileNameStitcher& settings = FileNameStitcher::instance();
+        SetCurrentStream(file.file());
+        settings.load();
+        SetCurrentStream(nullptr);
+        print(offset, settingsKind, [&](auto& fields) { fields.settings(settings); });
+        requireEnd(file, "the settings");
+    }
+
+    void requireEnd(RecordFile const& file, char const* what) const {
+        if (file.left() != 0)
+            throw BadInput("trailing bytes after " + std::string(what) + ": " + std::to_string(file.left()));
+    }
+
+    void require(RecordCheck const& check, std::string const& kind) const {
+        if (!check.good()) throw BadInput(place(kind) + check.message());
+    }
+
+    std::string place(std::string const& kind) const {
+        return "record " + std::to_string(count_) + " (" + kind + "): ";
+    }
+
+    void countRecord() {
+        CommandLine::endIfInterrupted();
+        if (++count_ % 1000 == 0)
+            program_.showProgress(printable(path_) + ": " + std::to_string(count_) + " records");
+    }
+
+    template <class Describe>
+    void print(unsigned long long offset, std::string const& kind, Describe const& describe) {
+        if (request_.check) return;
+        if (request_.json) {
+            RecordJson fields(path_, offset, kind);
+            describe(fields);
+            program_.printJson(fields.object);
+            return;
+        }
+        RecordText fields((request_.files.size() > 1 ? printable(path_) + ": " : "") + printable(kind));
+        describe(fields);
+        program_.print(fields.line);
+    }
+
+    static constexpr unsigned long long firstEntry =
+        16; // after the signature, the format and the number of entries
+
+    Request const& request_;
+    CommandLine& program_;
+    std::string path_;
+    unsigned long long count_ = 0; // of the record that is being worked on
+};
+
+void addOptions(CommandLine& program, Request& request) {
+    CLI::App& options = program.options;
+    auto const flag = [&](char const* name, bool& value, char const* description) {
+        return options.add_flag(name, value, description);
+    };
+    program.addList("FILE", request.files, "Files; - is the standard input if that is a file")->required();
+    CLI::Option* const kinds =
+        options.add_option("--kinds", request.kinds, "The classes of the records, in the order of the file")
+            ->delimiter(',')
+            ->allow_extra_args(false)
+            ->type_name("A,B,...");
+    CLI::Option* const kindsFrom = options
+                                       .add_option("--kinds-from", request.kindsFrom,
+                                                   "A file with the classes, in the order of the file")
+                                       ->type_name("FILE")
+                                       ->excludes(kinds);
+    CLI::Option* const repeat =
+        flag("--repeat", request.repeat, "Take the classes again and again to the end of the file");
+    CLI::Option* const endian = flag("--endian", request.endian, "Read what a byte-order-aware stream wrote");
+    CLI::Option* const workSpace =
+        options.add_option("--workspace", request.workSpace, "The workspace version for enumerations")
+            ->type_name("N");
+    program
+        .addList("--plug-in", request.plugIns, "A library that brings classes of its own; may be repeated")
+        ->type_name("LIB")
+        ->allow_extra_args(false);
+    CLI::Option* const settings = flag("--settings", request.settings, "Read the settings of frame names");
+    flag("--json", request.json, "Print one JSON object a line");
+    flag("--check", request.check, "Print nothing but what is wrong");
+    for (CLI::Option* const option : {kinds, kindsFrom, repeat, endian, workSpace})
+        settings->excludes(option);
+    options.footer([] {
+        std::string text =
+            "Without classes, a file of properties is expected, which names them itself. Classes:\n  " +
+            std::string(variantKind);
+        for (QN_MetaClassBase const* const metaClass : QN_MetaClassBase::registered())
+            if (propertyClass(metaClass->className().c_str()) != nullptr)
+                text += std::string("\n  ") + metaClass->className().c_str();
+        return text;
+    });
 }
 
-void printHelp() {
-    std::printf("%s\n\nPrints the records in a file, one line each. Classes:\n  ItemVariant\n", usage);
-    for (QN_MetaClassBase const* const metaClass : QN_MetaClassBase::registered())
-        if (metaClass != &metaClass_QN_Class) std::printf("  %s\n", metaClass->className().c_str());
+void loadPlugIns(std::vector<std::string> const& libraries) {
+    for (std::string const& library : libraries)
+        if (LibLoader::load(library.c_str()) == nullptr) throw std::runtime_error(dlerror());
 }
 
 } // namespace
 
-int main(int argc, char** argv) try {
-    std::vector<std::string> const words(argv + 1, argv + argc);
-    if (words == std::vector<std::string>{"--help"})
-        printHelp();
-    else
-        printRecords(requestIn(words));
-    if (std::fflush(stdout) != 0) throw Refusal(std::string("the output: ") + std::strerror(errno));
-} catch (std::exception const& exception) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "mrcommon-records: %s\n", exception.what());
-    return 2;
+int main(int argc, char** argv) {
+    CommandLine program("mrcommon-records",
+                        "Prints the records in files, one line each, after checking them.");
+    Request request;
+    addOptions(program, request);
+    return program.run(argc, argv, [&] {
+        loadPlugIns(request.plugIns);
+        if (!request.kindsFrom.empty()) appendKinds(contentOf(request.kindsFrom), request.kinds);
+        requireKinds(request.kinds);
+        if ((request.repeat || request.endian) && request.kinds.empty())
+            throw CLI::ValidationError("--repeat and --endian need --kinds or --kinds-from");
+        std::optional<WorkSpaceVersion> workSpace;
+        if (request.workSpace) workSpace.emplace(*request.workSpace);
+        Printing printing(request, program);
+        for (std::string const& file : request.files) {
+            try {
+                printing.printFile(file);
+            } catch (BadInput const& fault) {
+                program.complain(file, fault.what());
+            }
+        }
+    });
 }

@@ -3,8 +3,8 @@
 
     quotes.py <top of the tree>
 
-docs/records.md: the hex below a line with the name of a golden file is the whole of that file.
-docs/properties.md: every block of C++ stands in examples/custom_property.cpp, line for line, whatever its indentation.
+docs/records.md: the hex below a line with the name of a file here or in golden is the whole of that file.
+docs/properties.md: every block of C++ is in examples/custom_property.cpp, line for line, whatever its indentation.
 """
 import pathlib
 import re
@@ -22,14 +22,14 @@ def stripped(text):
 quoted, record = {}, None
 for line in (top / "docs/records.md").read_text().splitlines():
     hex_bytes = re.match(r"    ((?:[0-9A-F]{2} ?)+)(?:  |$)", line)
-    if re.fullmatch(r"    \S+\.(raw|endian)", line):
+    if re.fullmatch(r"    \S+\.(raw|endian|props)", line):
         record = quoted.setdefault(line.strip(), bytearray())
     elif record is not None and hex_bytes:
         record += bytes.fromhex(hex_bytes[1])
     else:
         record = None
 for name, record in quoted.items():
-    if record != (golden / name).read_bytes():
+    if record != (golden.parent if name.endswith(".props") else golden).joinpath(name).read_bytes():
         short.append(f"docs/records.md: {name} holds other bytes")
 
 example = stripped((top / "examples/custom_property.cpp").read_text())

@@ -1,8 +1,11 @@
 #!/usr/bin/env python3
-"""Reads records as docs/records.md describes them, without the library, and prints one line for each file.
+"""Reads records as docs/records.md describes them, without the library, and prints one line for each record.
 
     read_records.py <file>...
     PptyFloat.raw PptyFloat name="gravity" value=-9.8100004196166992
+    scene.props Kelp schema=3 bytes=12
+
+A file named <what>.props is a file of properties and gives a line for each entry.
 
 A file is named <class>[-<what>].<raw|endian>, or ItemVariant[-<what>].raw, and holds one record of a little-endian
 machine; "5087" in its name tells the workspace version, which is 5088 otherwise. Real numbers have 17 digits. A string
@@ -12,6 +15,7 @@ is none. Fields stand in the order of the record. Where a byte-order-aware recor
 import pathlib
 import struct
 import sys
+import zlib
 
 
 class Record:
@@ -100,24 +104,45 @@ def enumeration(record, version):
     return {"label": label, "index": index, "labels": labels, "values": values}
 
 
-def fields(path, kind):
-    record = Record(path.read_bytes(), path.suffix == ".raw")
+def fields(record, kind, version):
     if kind == "ItemVariant":
         found = variant(record)
     else:
         found = {"name": record.string()}
         if kind == "PptyEnum":
-            found.update(enumeration(record, 5087 if "5087" in path.name else 5088))
+            found.update(enumeration(record, version))
         elif kind in RANGED and record.raw:
             found.update((what, plain_reader(RANGED[kind])(record)) for what in ("value", "max", "min"))
         elif kind == "PptyArrayString" or record.raw:
             found["value"] = READERS[kind](record)
     if record.at != len(record.data):
-        raise ValueError("something stands behind the record")
+        raise ValueError("bytes follow the record")
     return found
 
 
+def entries(data):
+    if zlib.crc32(data[:-4]) != int.from_bytes(data[-4:], "little"):
+        raise ValueError("the checksum differs")
+    file = Record(data[:-4], True)
+    if file.take(8) != b"MRPROPS\n" or file.u32() != 1:
+        raise ValueError("not a file of properties in format 1")
+    for _ in range(file.u32()):
+        kind, schema, (size,) = file.string()[:-1].decode(), file.u32(), file.plain("Q")
+        record = file.take(size)
+        is_known = kind in READERS or kind in RANGED or kind == "PptyEnum"
+        yield kind, fields(Record(record, True), kind, 5088) if is_known else {"schema": schema, "bytes": size}
+    if file.at != len(file.data):
+        raise ValueError("bytes follow the last entry")
+
+
+def records(path):
+    if path.suffix == ".props":
+        return entries(path.read_bytes())
+    kind, version = path.name.split(".")[0].split("-")[0], 5087 if "5087" in path.name else 5088
+    return [(kind, fields(Record(path.read_bytes(), path.suffix == ".raw"), kind, version))]
+
+
 if __name__ == "__main__":
-    for name in map(pathlib.Path, sys.argv[1:]):
-        kind = name.name.split(".")[0].split("-")[0]
-        print(name.name, kind, *(f"{what}={shown(value)}" for what, value in fields(name, kind).items()))
+    for path in map(pathlib.Path, sys.argv[1:]):
+        for kind, found in records(path):
+            print(path.name, kind, *(f"{what}={shown(value)}" for what, value in found.items()))

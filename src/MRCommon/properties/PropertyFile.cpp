@@ -90,8 +90,10 @@ std::string textOf(char const* pattern, unsigned long long number) {
     return text.data();
 }
 
-/// Such as "entry 3 (PptyFloat): ".
-std::string placeOf(std::size_t i, std::string const& className) {
+/// Returns text such as "entry 3 (PptyFloat): ". Control characters of a damaged name become question marks.
+std::string placeOf(std::size_t i, std::string className) {
+    std::replace_if(
+        className.begin(), className.end(), [](unsigned char c) { return c < 32 || c == 127; }, '?');
     return textOf("entry %llu (", i + 1) + className + "): ";
 }
 
