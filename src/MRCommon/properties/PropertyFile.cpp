@@ -14,9 +14,10 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <new>
-#include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace quarn {
@@ -248,22 +249,80 @@ bool isPropertyClass(QN_MetaClassBase const& metaClass) {
         throwNull();
     } catch (Ppty const*) {
         return true;
-    } catch (...) { // a pointer to a class that is no property
+    } catch (...) { // a pointer to another class
     }
     return false;
 }
 
-class Loading {
+/// A whole file in memory, which nobody changes between check and use, and a FILE on it for readFrom().
+class FileInMemory {
 public:
-    explicit Loading(std::string const& path) : path_(path), file_(openFile(path), &std::fclose) {
-        struct stat status;
-        if (fstat(fileno(file_.get()), &status) != 0) detail::throwErrno(path);
-        end_ = static_cast<unsigned long long>(status.st_size);
+    /// Refuses a file that does not begin as a property file before it takes memory.
+    explicit FileInMemory(std::string const& path) {
+        Descriptor const descriptor(path);
+        size_ = descriptor.size();
+        bytes_.reset(new char[std::max(size_, signature.size())]); // not zeroed
+        descriptor.read(bytes_.get(), std::min(size_, signature.size()));
+        if (size_ < signature.size() || std::memcmp(bytes_.get(), signature.data(), signature.size()) != 0)
+            fail(FileStatus::NotAPropertyFile, path, "Not a property file");
+        descriptor.read(bytes_.get() + signature.size(), size_ - signature.size());
+        file_.reset(fmemopen(bytes_.get(), size_, "rb"));
+        if (file_ == nullptr) throw std::bad_alloc();
     }
 
+    char const* data() const { return bytes_.get(); }
+    std::size_t size() const { return size_; }
+    std::FILE* file() const { return file_.get(); }
+
+private:
+    class Descriptor {
+    public:
+        explicit Descriptor(std::string const& path)
+            : path_(path),
+              descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) { // waits for no pipe
+            if (descriptor_ < 0) detail::throwErrno(path);
+        }
+        ~Descriptor() { close(descriptor_); }
+        Descriptor(Descriptor const&) = delete;
+        Descriptor& operator=(Descriptor const&) = delete;
+
+        std::size_t size() const {
+            struct stat status;
+            if (fstat(descriptor_, &status) != 0) detail::throwErrno(path_);
+            if (!S_ISREG(status.st_mode)) fail(FileStatus::CannotOpen, path_, "Not a regular file");
+            return static_cast<std::size_t>(status.st_size);
+        }
+
+        void read(char* buffer, std::size_t size) const {
+            while (size != 0) {
+                ssize_t const delivered = ::read(descriptor_, buffer, size);
+                if (delivered < 0 && errno == EINTR) continue;
+                if (delivered < 0) detail::throwErrno(path_);
+                if (delivered == 0) fail(FileStatus::CannotOpen, path_, "The file became shorter meanwhile");
+                buffer += delivered;
+                size -= static_cast<std::size_t>(delivered);
+            }
+        }
+
+    private:
+        std::string const& path_;
+        int descriptor_;
+    };
+
+    struct Close {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    std::size_t size_ = 0;
+    std::unique_ptr<char[]> bytes_;
+    std::unique_ptr<std::FILE, Close> file_;
+};
+
+class Loading {
+public:
+    explicit Loading(std::string const& path) : path_(path), file_(path), end_(file_.size()) {}
+
     std::vector<Entry> run() {
-        if (end_ < signature.size() || take<signature.size()>("signature") != signature)
-            fail(FileStatus::NotAPropertyFile, path_, "Not a property file");
         auto const found = integer<std::uint32_t>("format");
         if (found == 0) fail(FileStatus::Damaged, path_, "format 0 does not exist");
         if (found > format)
@@ -278,90 +337,64 @@ private:
         bool isProperty;
     };
 
-    static std::FILE* openFile(std::string const& path) {
-        // Not blocking, or a pipe would be waited for.
-        int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        if (descriptor < 0) detail::throwErrno(path);
-        struct stat status;
-        bool const isRegular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-        std::FILE* const file = isRegular ? fdopen(descriptor, "rb") : nullptr;
-        if (file != nullptr) return file;
-        close(descriptor);
-        fail(FileStatus::CannotOpen, path, isRegular ? "Out of memory" : "Not a regular file");
-    }
-
     void verifyChecksum() {
-        unsigned long long const bodyStart = at_;
-        detail::Crc32 crc;
-        crc.update(signature.data(), signature.size());
-        crc.update(toBytes(format).data(), sizeof format);
-        if (end_ - at_ < 2 * sizeof(std::uint32_t)) damaged("checksum", end_, "the file ends before it");
-        end_ -= sizeof(std::uint32_t);
-        std::array<char, 1 << 14> piece;
-        while (at_ != end_) {
-            auto const size =
-                static_cast<std::size_t>(std::min<unsigned long long>(piece.size(), end_ - at_));
-            read(piece.data(), size);
-            crc.update(piece.data(), size);
-        }
         std::array<char, sizeof(std::uint32_t)> stored;
-        read(stored.data(), stored.size());
+        if (left() < 2 * stored.size()) damaged("checksum", end_, "the file ends before it");
+        end_ -= stored.size();
+        detail::Crc32 crc;
+        crc.update(file_.data(), end_);
+        std::memcpy(stored.data(), file_.data() + end_, stored.size());
         if (fromBytes<std::uint32_t>(stored) != crc.value())
             damaged("checksum", end_, "it differs from that of the file's bytes");
-        if (fseeko(file_.get(), static_cast<off_t>(bodyStart), SEEK_SET) != 0) detail::throwErrno(path_);
-        at_ = bodyStart;
     }
 
     std::vector<Entry> readEntries() {
         detail::CurrentEnumLayout const layout; // as writeTo writes it
-        unsigned long long const start = at_;
+        std::size_t const start = at_;
         auto const count = integer<std::uint32_t>("number of entries");
-        if (count > (end_ - at_) / leastEntry) damaged("number of entries", start, tooLarge);
+        if (count > left() / leastEntry) damaged("number of entries", start, tooLarge);
         std::vector<Entry> entries;
         for (number_ = 1; number_ <= count; ++number_) entries.push_back(readEntry());
         number_ = 0;
-        if (at_ != end_) damaged("last entry", at_, textOf("%llu bytes follow it", end_ - at_));
+        if (left() != 0) damaged("last entry", at_, textOf("%llu bytes follow it", left()));
         return entries;
     }
 
     Entry readEntry() {
         className_.clear();
-        unsigned long long const nameStart = at_;
+        std::size_t const nameStart = at_;
         className_ = className();
         auto const schema = integer<std::uint32_t>("schema");
-        unsigned long long const sizeStart = at_;
+        std::size_t const sizeStart = at_;
         auto const size = integer<std::uint64_t>("size of the record");
-        if (size > end_ - at_) damaged("size of the record", sizeStart, tooLarge);
+        if (size > left()) damaged("size of the record", sizeStart, tooLarge);
         Class const& known = classOf(className_);
-        if (known.metaClass == nullptr || (known.isProperty && schema > known.metaClass->classSchema())) {
-            Entry kept{className_, nullptr, schema, std::string(static_cast<std::size_t>(size), '\0')};
-            read(kept.bytes.data(), kept.bytes.size());
-            return kept;
-        }
+        std::string_view const record(take(size), size);
+        if (known.metaClass == nullptr || (known.isProperty && schema > known.metaClass->classSchema()))
+            return {className_, nullptr, schema, std::string(record)};
         if (!known.isProperty) damaged("name of the class", nameStart, "the class is not a property");
-        return {className_, readProperty(*known.metaClass, at_ + size), 0, {}};
+        return {className_, readProperty(*known.metaClass, record), 0, {}};
     }
 
-    std::unique_ptr<Ppty> readProperty(QN_MetaClassBase const& metaClass, unsigned long long recordEnd) {
+    std::unique_ptr<Ppty> readProperty(QN_MetaClassBase const& metaClass, std::string_view record) {
         std::unique_ptr<Ppty> property(static_cast<Ppty*>(metaClass.metaNew()));
-        detail::FileBytes bytes(file_.get(), recordEnd);
-        RecordCheck const check = bytes.check(*property, true);
+        std::size_t const start = at_ - record.size();
+        RecordCheck const check =
+            detail::MemoryBytes(record.data(), record.size(), start).check(*property, true);
         if (!check.good()) fail(FileStatus::Damaged, path_, place() + check.message(), check);
-        if (!bytes.putBack()) detail::throwErrno(path_);
-        FileStreamRaw stream(file_.get());
+        std::fseek(file_.file(), static_cast<long>(start), SEEK_SET);
+        FileStreamRaw stream(file_.file());
         property->readFrom(stream);
-        if (stream.failed() || ftello(file_.get()) != static_cast<off_t>(recordEnd))
-            damaged("record", at_, textOf("reading it does not take its %llu bytes", recordEnd - at_));
-        at_ = recordEnd;
+        if (stream.failed() || std::ftell(file_.file()) != static_cast<long>(at_))
+            damaged("record", start, textOf("reading it does not take its %llu bytes", record.size()));
         return property;
     }
 
     std::string className() {
-        unsigned long long const start = at_;
+        std::size_t const start = at_;
         auto const size = integer<std::uint32_t>("name of the class");
-        if (size > end_ - at_) damaged("name of the class", start, tooLarge);
-        std::string name(size, '\0');
-        read(name.data(), name.size());
+        if (size > left()) damaged("name of the class", start, tooLarge);
+        std::string name(take(size), size);
         if (name.empty() || name.find('\0') != name.size() - 1)
             damaged("name of the class", start, "its first NUL is not its last byte");
         name.pop_back();
@@ -378,37 +411,34 @@ private:
     }
 
     template <class Integer> Integer integer(char const* field) {
-        return fromBytes<Integer>(take<sizeof(Integer)>(field));
+        std::array<char, sizeof(Integer)> bytes;
+        if (bytes.size() > left()) damaged(field, at_, "the data ends inside it");
+        std::memcpy(bytes.data(), take(bytes.size()), bytes.size());
+        return fromBytes<Integer>(bytes);
     }
 
-    template <std::size_t size> std::array<char, size> take(char const* field) {
-        if (size > end_ - at_) damaged(field, at_, "the data ends inside it");
-        std::array<char, size> bytes;
-        read(bytes.data(), size);
-        return bytes;
-    }
-
-    /// Reads bytes that the file has, unless somebody shortens it meanwhile.
-    void read(char* buffer, std::size_t size) {
-        errno = EIO;
-        if (std::fread(buffer, 1, size, file_.get()) != size) detail::throwErrno(path_);
+    /// Moves past bytes that are there, and returns them.
+    char const* take(std::size_t size) {
         at_ += size;
+        return file_.data() + at_ - size;
     }
+
+    std::size_t left() const { return end_ - at_; }
 
     std::string place() const { return number_ == 0 ? std::string() : placeOf(number_ - 1, className_); }
 
-    [[noreturn]] void damaged(char const* field, unsigned long long offset, std::string const& reason) const {
+    [[noreturn]] void damaged(char const* field, std::size_t offset, std::string const& reason) const {
         fail(FileStatus::Damaged, path_, place() + field + textOf(" at byte %llu: ", offset) + reason);
     }
 
     static constexpr char const* tooLarge = "it exceeds the data that is left";
 
     std::string const& path_;
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
-    unsigned long long at_ = 0;
-    unsigned long long end_ = 0;    // without the checksum, once that is verified
-    unsigned long long number_ = 0; // of the entry that is being read, from 1
-    std::string className_;         // of that entry
+    FileInMemory file_;
+    std::size_t at_ = signature.size();
+    std::size_t end_;        // without the checksum, once that is verified
+    std::size_t number_ = 0; // of the entry that is being read, from 1
+    std::string className_;  // of that entry
     std::map<std::string, Class> classes_;
 };
 

@@ -14,8 +14,8 @@
 //   at last   U32         CRC-32 (ISO-HDLC) of everything before it
 //
 // The integers of the file are little-endian; those of the records are in the order of the machine, which is
-// little-endian on every machine that the product runs on. Enumerations are stored and read in the current layout,
-// whatever the version of the host's "WorkSpace".
+// little-endian on every machine that the product runs on. Enumerations are stored and read in the current layout;
+// the host's "WorkSpace" is not asked.
 //
 // A file is saved whole or not at all, and read only after all of it was found to be in order. Properties of classes
 // that are not registered, or whose schema is newer than the registered one, are kept as bytes and saved again
@@ -47,8 +47,8 @@ public:
 
     void add(std::unique_ptr<Ppty> property);            ///< appends it; does nothing if it is null
     std::size_t size() const { return entries_.size(); } ///< entries, those kept as bytes included
-    Ppty* property(std::size_t i) const; ///< null if the entry is kept as bytes, or i is no entry
-    std::string const& className(std::size_t i) const; ///< the registered name; empty if i is no entry
+    Ppty* property(std::size_t i) const; ///< null if the entry is kept as bytes, or i is too large
+    std::string const& className(std::size_t i) const; ///< the registered name; empty if i is too large
     Ppty* find(QN_String const& name) const;           ///< the first of that name; null if there is none
     void clear();
 
@@ -66,7 +66,7 @@ private:
 
 /// How saving or loading ended.
 struct MRCOMMON_API FileStatus {
-    /// Damaged also stands for entries that contradict the classes registered here.
+    /// Damaged includes entries that contradict the registered classes.
     enum Code { Ok, CannotOpen, CannotWrite, NotAPropertyFile, NewerFormat, Damaged };
     Code code = Ok;
     std::string
@@ -89,7 +89,7 @@ MRCOMMON_API FileStatus saveProperties(std::string const& path, PropertyList con
 
 /// Replaces the contents of the list with those of the file. On failure the list stays as it was. The checksum is
 /// verified first, then each record by checkRecord before anything of it is read; reading must take exactly its bytes.
-/// Takes memory in proportion to the file. What a class of a host's own throws passes on.
+/// The bytes are read once; memory is in proportion to their number. What a class of a host's own throws passes on.
 MRCOMMON_API FileStatus loadProperties(std::string const& path, PropertyList& list);
 
 } // namespace quarn

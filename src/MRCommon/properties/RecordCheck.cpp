@@ -174,7 +174,7 @@ bool RecordFields::skip(unsigned long long byteCount) {
     std::array<char, 256> unused;
     bool const isThere = byteCount <= unused.size()
                              ? bytes_.read(unused.data(), static_cast<std::size_t>(byteCount))
-                             : byteCount <= left() && bytes_.skip(byteCount);
+                             : byteCount <= leftAt(at_) && bytes_.skip(byteCount);
     if (isThere) at_ += byteCount;
     return isThere;
 }
@@ -194,30 +194,31 @@ bool RecordFields::strAt(char const* field, long long element) {
     return last == '\0' || fail(RecordCheck::Unterminated, start, field, element);
 }
 
+/// Asks for the end of the file only if the list is long or at fault: that costs more than stepping over a short one.
 bool RecordFields::strArray(char const* field) {
+    constexpr unsigned int shortList = 256;
+    unsigned long long const start = at_;
     unsigned int count = 0;
-    if (!countFits(field, sizeof count, count)) return false;
+    if (!u32(field, &count)) return false;
+    unsigned long long const first = at_;
+    auto const fits = [&] { return count <= leftAt(first) / sizeof count; };
+    if (count > shortList && !fits()) return fail(RecordCheck::SizeBeyondFile, start, field);
     for (unsigned int i = 0; i < count; ++i)
-        if (!strAt(field, i)) return false;
+        if (!strAt(field, i)) return fits() ? false : fail(RecordCheck::SizeBeyondFile, start, field);
     return true;
 }
 
-bool RecordFields::block(char const* field, unsigned long long elementSize) {
-    unsigned int count = 0;
-    return countFits(field, elementSize, count) && bytes(field, count * elementSize);
-}
-
-/// Reads the count of a list whose elements take at least `elementSize` bytes each.
-bool RecordFields::countFits(char const* field, unsigned long long elementSize, unsigned int& count) {
+bool RecordFields::block(char const* field, unsigned int elementSize) {
     unsigned long long const start = at_;
+    unsigned int count = 0;
     if (!u32(field, &count)) return false;
-    return count == 0 || elementSize == 0 || count <= left() / elementSize ||
+    return skip(static_cast<unsigned long long>(count) * elementSize) ||
            fail(RecordCheck::SizeBeyondFile, start, field);
 }
 
-unsigned long long RecordFields::left() const {
+unsigned long long RecordFields::leftAt(unsigned long long offset) const {
     unsigned long long const end = bytes_.end();
-    return at_ < end ? end - at_ : 0;
+    return offset < end ? end - offset : 0;
 }
 
 CheckableRecord::~CheckableRecord() = default;

@@ -66,8 +66,8 @@ public:
     bool str(char const* field);
     bool strArray(char const* field);                            ///< an element's field is "field[3]"
     bool bytes(char const* field, unsigned long long byteCount); ///< a field of fixed size, such as a vector
-    bool block(char const* field, unsigned long long elementSize); ///< U32 count, then that many elements
-    bool tag(unsigned int& value);                                 ///< the tag of a variant, stored
+    bool block(char const* field, unsigned int elementSize);     ///< U32 count, then that many elements
+    bool tag(unsigned int& value);                               ///< the tag of a variant, stored
     bool good() const { return result_.good(); }
 
     RecordFields(RecordFields const&) = delete;
@@ -81,10 +81,9 @@ private:
     bool read32(unsigned int& value);
     bool skip(unsigned long long byteCount);
     bool strAt(char const* field, long long element);
-    bool countFits(char const* field, unsigned long long elementSize, unsigned int& count);
     bool fail(RecordCheck::Reason reason, unsigned long long offset, char const* field,
               long long element = -1);
-    unsigned long long left() const;
+    unsigned long long leftAt(unsigned long long offset) const;
 
     detail::RecordBytes& bytes_;
     unsigned long long at_;

@@ -25,8 +25,6 @@ FileBytes::FileBytes(std::FILE* file)
     : file_(file), start_(file == nullptr ? -1 : ftello(file)), at_(static_cast<unsigned long long>(start_)) {
 }
 
-FileBytes::FileBytes(std::FILE* file, unsigned long long limit) : FileBytes(file) { end_ = limit; }
-
 FileBytes::~FileBytes() {
     if (isMoved_) putBack();
 }
@@ -42,7 +40,6 @@ unsigned long long FileBytes::end() {
 }
 
 bool FileBytes::read(void* buffer, std::size_t count) {
-    if (end_ && (at_ > *end_ || count > *end_ - at_)) return false;
     isMoved_ = true;
     std::size_t const delivered = std::fread(buffer, 1, count, file_);
     at_ += delivered;

@@ -32,11 +32,10 @@ private:
     template <class Walk> RecordCheck walk(bool raw, Walk const& walkFields);
 };
 
-/// The bytes of a FILE from its position on, to its end or to an earlier `limit`.
+/// The bytes of a FILE from its position on.
 class FileBytes : public RecordBytes {
 public:
     explicit FileBytes(std::FILE* file);
-    FileBytes(std::FILE* file, unsigned long long limit);
     ~FileBytes() override; ///< puts the position back
 
     bool isSeekable() const { return start_ >= 0; }
@@ -55,18 +54,20 @@ private:
     bool isMoved_ = false;
 };
 
-/// A record in memory; offsets begin with 0.
+/// A record in memory, whose offset in its file is `start`.
 class MemoryBytes : public RecordBytes {
 public:
-    MemoryBytes(char const* bytes, std::size_t size) : next_(bytes), size_(size), left_(size) {}
+    MemoryBytes(char const* bytes, std::size_t size, unsigned long long start = 0)
+        : next_(bytes), start_(start), size_(size), left_(size) {}
 
-    unsigned long long start() const override { return 0; }
-    unsigned long long end() override { return size_; }
+    unsigned long long start() const override { return start_; }
+    unsigned long long end() override { return start_ + size_; }
     bool read(void* buffer, std::size_t count) override;
     bool skip(unsigned long long count) override;
 
 private:
     char const* next_;
+    unsigned long long start_;
     std::size_t size_, left_;
 };
 
