@@ -1,10 +1,10 @@
 // Saving and loading 10,000 properties: a file that describes itself beside raw records, and a check of each record
 // beside reading alone.
+#include "Comparison.h"
+
 #include <MRCommon/properties/MetaClasses.h>
 #include <MRCommon/properties/PropertyFile.h>
 #include <MRCommon/properties/RecordCheck.h>
-
-#include <benchmark/benchmark.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -16,12 +16,12 @@ using namespace quarn;
 
 namespace {
 
-constexpr int count = 10000;
+constexpr std::size_t count = 10000;
 
 PropertyList const& scene() {
     static PropertyList const list = [] {
         PropertyList made;
-        for (int i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             QN_String const name(("property " + std::to_string(i)).c_str());
             switch (i % 5) {
             case 0: made.add(std::make_unique<PptyFloat>(name, 0.5f)); break;
@@ -36,16 +36,21 @@ PropertyList const& scene() {
     return list;
 }
 
-std::string const& path() {
-    static std::string const file =
-        (std::filesystem::temp_directory_path() / "mrcommon-bench.props").string();
-    return file;
-}
+/// The path of a file that is removed when the program ends.
+class BenchPath {
+public:
+    explicit BenchPath(char const* name) : path((std::filesystem::temp_directory_path() / name).string()) {}
+    ~BenchPath() { std::remove(path.c_str()); }
+    BenchPath(BenchPath const&) = delete;
+    BenchPath& operator=(BenchPath const&) = delete;
 
-/// A FILE at `path()`, closed at the end of its life.
+    std::string const path;
+};
+
 struct BenchFile {
-    explicit BenchFile(char const* mode) : file(std::fopen(path().c_str(), mode), &std::fclose) {
-        if (file == nullptr) throw std::runtime_error("cannot open " + path());
+    BenchFile(std::string const& path, char const* mode)
+        : file(std::fopen(path.c_str(), mode), &std::fclose) {
+        if (file == nullptr) throw std::runtime_error("cannot open " + path);
     }
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
     FileStreamRaw stream{file.get()};
@@ -55,74 +60,62 @@ void require(bool holds) {
     if (!holds) throw std::runtime_error("not saved or loaded");
 }
 
-void writeRecords() {
-    BenchFile out("wb");
+std::size_t saveRaw(std::string const& path) {
+    BenchFile out(path, "wb");
     for (std::size_t i = 0; i < scene().size(); ++i) scene().property(i)->writeTo(out.stream);
     require(!out.stream.failed());
+    return scene().size();
 }
 
-/// Reads every record into an object of its class, which exists already or is made for it.
-template <class Prepare> void readRecords(Prepare const& prepare) {
-    BenchFile in("rb");
-    for (std::size_t i = 0; i < scene().size(); ++i) prepare(i, in.stream);
+std::size_t save(std::string const& path) {
+    require(saveProperties(path, scene()).ok());
+    return scene().size();
+}
+
+/// Reads each record into the scene's property, after `check(property, stream)`.
+template <class Check> std::size_t readAgain(std::string const& path, Check const& check) {
+    BenchFile in(path, "rb");
+    for (std::size_t i = 0; i < scene().size(); ++i) {
+        check(*scene().property(i), in.stream);
+        scene().property(i)->readFrom(in.stream);
+    }
     require(!in.stream.failed());
+    return scene().size();
 }
 
-void SaveRawRecords(benchmark::State& state) {
-    for (auto _ : state) writeRecords();
-}
-
-void SavePropertyFile(benchmark::State& state) {
-    for (auto _ : state) require(saveProperties(path(), scene()).ok());
-}
-
-void LoadRawRecords(benchmark::State& state) {
-    writeRecords();
-    for (auto _ : state) {
-        PropertyList list;
-        readRecords([&](std::size_t i, FileStreamRaw& stream) {
-            std::unique_ptr<Ppty> ppty(
-                static_cast<Ppty*>(QN_MetaClassBase::find(scene().property(i)->getClassName())->metaNew()));
-            ppty->readFrom(stream);
-            list.add(std::move(ppty));
-        });
+std::size_t loadRaw(std::string const& path) {
+    BenchFile in(path, "rb");
+    PropertyList list;
+    for (std::size_t i = 0; i < scene().size(); ++i) {
+        std::unique_ptr<Ppty> ppty(
+            static_cast<Ppty*>(QN_MetaClassBase::find(scene().property(i)->getClassName())->metaNew()));
+        ppty->readFrom(in.stream);
+        list.add(std::move(ppty));
     }
+    require(!in.stream.failed());
+    return list.size();
 }
 
-void LoadPropertyFile(benchmark::State& state) {
-    require(saveProperties(path(), scene()).ok());
-    for (auto _ : state) {
-        PropertyList list;
-        require(loadProperties(path(), list).ok());
-    }
+std::size_t load(std::string const& path) {
+    PropertyList list;
+    require(loadProperties(path, list).ok());
+    return list.size();
 }
 
-void ReadOnly(benchmark::State& state) {
-    writeRecords();
-    for (auto _ : state)
-        readRecords([](std::size_t i, FileStreamRaw& stream) { scene().property(i)->readFrom(stream); });
-}
-
-void CheckAndRead(benchmark::State& state) {
-    writeRecords();
-    for (auto _ : state)
-        readRecords([](std::size_t i, FileStreamRaw& stream) {
-            require(checkRecord(*scene().property(i), stream).good());
-            scene().property(i)->readFrom(stream);
-        });
-}
-
-BENCHMARK(SaveRawRecords)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(SavePropertyFile)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(LoadRawRecords)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(LoadPropertyFile)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(ReadOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(CheckAndRead)->Unit(benchmark::kMillisecond)->UseRealTime();
+void checkGood(Ppty const& ppty, FileStreamRaw& stream) { require(checkRecord(ppty, stream).good()); }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    std::filesystem::remove(path());
+    BenchPath const raw("mrcommon-bench.raw"), described("mrcommon-bench.props");
+    Comparison(
+        "save_properties", [&] { return save(described.path); }, count)
+        .against("raw_records", [&] { return saveRaw(raw.path); });
+    Comparison(
+        "load_properties", [&] { return load(described.path); }, count)
+        .against("raw_records", [&] { return loadRaw(raw.path); });
+    Comparison(
+        "check_and_read", [&] { return readAgain(raw.path, checkGood); }, count)
+        .against("read_alone", [&] { return readAgain(raw.path, [](Ppty const&, FileStreamRaw&) {}); });
+    return Report::run("properties", argc, argv);
 }
