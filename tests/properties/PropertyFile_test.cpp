@@ -6,7 +6,7 @@
 #include "support/GoldenRecords.h"
 #include "support/SystemFaults.h"
 #include "support/TempDir.h"
-#include "tools/WorkSpaceVersion.h"
+#include "examples/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 

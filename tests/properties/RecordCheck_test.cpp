@@ -6,7 +6,7 @@
 #include "support/Allocations.h"
 #include "support/GoldenRecords.h"
 #include "support/TempFile.h"
-#include "tools/WorkSpaceVersion.h"
+#include "examples/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 
