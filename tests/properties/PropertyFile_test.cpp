@@ -2,11 +2,11 @@
 #include <MRCommon/properties/MetaClasses.h>
 #include <MRCommon/properties/PropertyFile.h>
 
+#include "examples/WorkSpaceVersion.h"
 #include "support/Allocations.h"
 #include "support/GoldenRecords.h"
 #include "support/SystemFaults.h"
 #include "support/TempDir.h"
-#include "examples/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 #include <MRCommon/properties/RecordCheck.h>
 #include <MRCommon/streams/StreamEncoding.h>
 
+#include "examples/WorkSpaceVersion.h"
 #include "support/Allocations.h"
 #include "support/GoldenRecords.h"
 #include "support/TempFile.h"
-#include "examples/WorkSpaceVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Tests mrcommon-records as a user meets it.
 
-    records.py <mrcommon-records> <top of the tree> <library with the class WindPpty, or ""> [<sanitizers>]
+    records.py <mrcommon-records> <top of the tree> <library with the class GustPpty, or ""> [<sanitizers>]
 """
 import json
 import os
@@ -146,10 +146,10 @@ class Records(unittest.TestCase):
         if PLUG_IN:
             record = bytes.fromhex("0200000061 00") + bytes(36) + bytes.fromhex("000000000000F03F")
             path = self.file(record)
-            self.assertEqual(run("--kinds", "WindPpty", path)[0], 2)
-            status, output, errors = run("--plug-in", PLUG_IN, "--kinds", "WindPpty", path)
+            self.assertEqual(run("--kinds", "GustPpty", path)[0], 2)
+            status, output, errors = run("--plug-in", PLUG_IN, "--kinds", "GustPpty", path)
             self.assertEqual((status, errors), (0, ""))
-            self.assertEqual(output, 'WindPpty name="a" value=(0, 0, 0) max=(0, 0, 0) min=(0, 0, 0)\n')
+            self.assertEqual(output, 'GustPpty name="a" value=(0, 0, 0) max=(0, 0, 0) min=(0, 0, 0)\n')
 
     def test_explains_wrong_usage_in_one_line(self):
         for arguments in ([], ["--big", SCENE], ["--kinds", "PptyFlaot", SCENE], ["--kinds", "QN_Class", SCENE], ["--repeat", SCENE],
