@@ -40,9 +40,9 @@ struct PropertyListAccess;
 /// Properties in order, owned by the list. Clear it before a plug-in whose properties it holds is unloaded.
 class MRCOMMON_API PropertyList {
 public:
-    PropertyList();
-    PropertyList(PropertyList&& other) noexcept; ///< leaves `other` empty
-    PropertyList& operator=(PropertyList&& other) noexcept;
+    PropertyList();                                         ///< without entries
+    PropertyList(PropertyList&& other) noexcept;            ///< leaves `other` empty
+    PropertyList& operator=(PropertyList&& other) noexcept; ///< leaves `other` empty
     ~PropertyList();
 
     void add(std::unique_ptr<Ppty> property);            ///< appends it; does nothing if it is null
@@ -50,7 +50,7 @@ public:
     Ppty* property(std::size_t i) const; ///< null if the entry is kept as bytes, or i is too large
     std::string const& className(std::size_t i) const; ///< the registered name; empty if i is too large
     Ppty* find(QN_String const& name) const;           ///< the first of that name; null if there is none
-    void clear();
+    void clear();                                      ///< deletes the properties
 
 private:
     friend struct detail::PropertyListAccess;
@@ -68,17 +68,17 @@ private:
 struct MRCOMMON_API FileStatus {
     /// Damaged includes entries that contradict the registered classes.
     enum Code { Ok, CannotOpen, CannotWrite, NotAPropertyFile, NewerFormat, Damaged };
-    Code code = Ok;
-    std::string
-        message; ///< one line with the path, the entry, the field and the system's reason; empty when ok
-    RecordCheck fault; ///< what is wrong, for Damaged inside a record
-    bool ok() const { return code == Ok; }
+    Code code = Ok; ///< what went wrong
+    /// One line with the path, the entry, the field and the system's reason; empty when ok.
+    std::string message;
+    RecordCheck fault;                     ///< what is wrong, for Damaged inside a record
+    bool ok() const { return code == Ok; } ///< whether saving or loading was complete
 };
 
 /// Saves the list so that `path` is the old file or the new one at any time, even if the process is killed. On failure
 /// the old file stays and nothing else is left.
 ///   - The new file is written under a name such as ".mrprops-4711-0" in the same folder, flushed to the disk and then
-///     renamed. Only a process that is killed leaves such a file behind.
+///     renamed. Only a killed process leaves such a file.
 ///   - Symbolic links are followed: the link stays and the file that it leads to is replaced. A link to nothing fails.
 ///   - The permissions of an old file are kept, its owner and further hard links are not. A file that may not be written
 ///     is not replaced, and neither is anything but a regular file.
@@ -87,7 +87,7 @@ struct MRCOMMON_API FileStatus {
 /// A property whose record could not be read again, such as a string without its NUL, makes saving fail.
 MRCOMMON_API FileStatus saveProperties(std::string const& path, PropertyList const& list);
 
-/// Replaces the contents of the list with those of the file. On failure the list stays as it was. The checksum is
+/// Replaces the contents of the list with those of the file, or leaves the list unchanged on failure. The checksum is
 /// verified first, then each record by checkRecord before anything of it is read; reading must take exactly its bytes.
 /// The bytes are read once; memory is in proportion to their number. What a class of a host's own throws passes on.
 MRCOMMON_API FileStatus loadProperties(std::string const& path, PropertyList& list);

@@ -36,13 +36,13 @@ class RecordBytes;
 struct MRCOMMON_API RecordCheck {
     /// See the table at the top of this header.
     enum Reason { Good, EndsEarly, SizeBeyondFile, Unterminated, UnknownTag, NotSeekable };
-    Reason reason = Good;
+    Reason reason = Good; ///< what is wrong
     unsigned long long offset =
         0; ///< in the file: where the faulty field begins; just past the record when good
     unsigned long long size = 0; ///< bytes of the whole record when good, 0 otherwise
     std::string field; ///< the faulty field, such as "name", "value" or "labels[3]"; empty when good
 
-    bool good() const { return reason == Good; }
+    bool good() const { return reason == Good; } ///< whether the record can be read
     /// Returns one line, such as "value at byte 12: the data ends inside it"; nothing when good.
     std::string message() const;
 };
@@ -62,13 +62,13 @@ MRCOMMON_API RecordCheck checkVariantRecord(FileStreamRaw& stream);
 class MRCOMMON_API RecordFields {
 public:
     bool u32(char const* field, unsigned int* value = nullptr); ///< stores the integer if `value` is not null
-    bool i32(char const* field);
-    bool str(char const* field);
-    bool strArray(char const* field);                            ///< an element's field is "field[3]"
+    bool i32(char const* field);                                ///< one signed integer
+    bool str(char const* field);                                ///< one string
+    bool strArray(char const* field);                           ///< an element's field is "field[3]"
     bool bytes(char const* field, unsigned long long byteCount); ///< a field of fixed size, such as a vector
     bool block(char const* field, unsigned int elementSize);     ///< U32 count, then that many elements
     bool tag(unsigned int& value);                               ///< the tag of a variant, stored
-    bool good() const { return result_.good(); }
+    bool good() const { return result_.good(); }                 ///< whether no fault was found so far
 
     RecordFields(RecordFields const&) = delete;
     RecordFields& operator=(RecordFields const&) = delete;
@@ -106,9 +106,12 @@ public:
     virtual void checkEndianFields(RecordFields& fields) const; ///< slot 3
 
 protected:
+    ///@{
+    /// Holds nothing that could be copied.
     CheckableRecord() = default;
     CheckableRecord(CheckableRecord const&) = default;
     CheckableRecord& operator=(CheckableRecord const&) = default;
+    ///@}
 };
 
 } // namespace quarn

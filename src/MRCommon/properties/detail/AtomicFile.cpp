@@ -58,7 +58,7 @@ AtomicFile::Temporary::Temporary(std::string const& folder, unsigned int mode) {
 }
 
 AtomicFile::Temporary::~Temporary() {
-    int const reason = errno; // what failed before, which is still to be told
+    int const reason = errno; // of an earlier failure, which is reported later
     close();
     if (!name_.empty()) unlink(name_.c_str());
     errno = reason;
@@ -85,7 +85,7 @@ AtomicFile::AtomicFile(std::string const& path)
     require(isNew || access(target_.c_str(), W_OK) == 0);
     temporary_.emplace(folder_, old.st_mode & 0777);
     require(temporary_->descriptor() >= 0);
-    // The process's mask applies to new files alone.
+    // The umask applies to new files only.
     require(isNew ||
             uninterrupted([&] { return fchmod(temporary_->descriptor(), old.st_mode & 0777); }) == 0);
 }
