@@ -23,6 +23,8 @@
 #ifndef MRCOMMON_PROPERTIES_PROPERTYFILE_H
 #define MRCOMMON_PROPERTIES_PROPERTYFILE_H
 
+#include <MRCommon/basic/QN_String.h>
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RecordCheck.h>
 

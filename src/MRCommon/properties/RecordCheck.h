@@ -20,6 +20,7 @@
 #ifndef MRCOMMON_PROPERTIES_RECORDCHECK_H
 #define MRCOMMON_PROPERTIES_RECORDCHECK_H
 
+#include <MRCommon/Export.h>
 #include <MRCommon/properties/Ppty.h>
 #include <MRCommon/streams/FileStreamEndian.h>
 #include <MRCommon/streams/FileStreamRaw.h>

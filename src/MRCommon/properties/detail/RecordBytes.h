@@ -2,6 +2,7 @@
 #ifndef MRCOMMON_PROPERTIES_DETAIL_RECORDBYTES_H
 #define MRCOMMON_PROPERTIES_DETAIL_RECORDBYTES_H
 
+#include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RecordCheck.h>
 
 #include <cstddef>
