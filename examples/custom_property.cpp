@@ -73,6 +73,7 @@ int main() {
     if (file == nullptr) return 1;
     FileStreamRaw stream(file);
     storm.writeTo(stream);
+    claim(stream.finish(), "its record was written completely");
     std::rewind(file);
     claim(checkRecord(loaded, stream).good(), "its record is good, bearing included");
     loaded.readFrom(stream);

@@ -8,6 +8,7 @@ int main() {
     PptyFloat gravity("gravity", -9.81f);
     FileStreamRaw out(file);
     gravity.writeTo(out); // the name, then the value
+    if (!out.finish()) return 1;
 
     std::rewind(file);
     PptyFloat loaded;

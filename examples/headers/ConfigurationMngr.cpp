@@ -18,6 +18,7 @@ int main() {
     FileStreamRaw stream(file);
     encoding::writeStr(stream, "mode"); // an old record: name, index, an empty table
     for (int const number : {7, 0, 0}) encoding::writeI32(stream, number);
+    claim(stream.finish(), "the old record is written");
     std::rewind(file);
 
     Host host;

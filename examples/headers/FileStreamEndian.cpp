@@ -11,6 +11,7 @@ int main() {
     claim(file != nullptr, "a temporary file");
     quarn::FileStreamEndian stream(file);
     quarn::PptyFloat("g", -9.81f).writeTo(stream);
+    claim(stream.finish(), "the record is written");
     std::rewind(file);
 
     unsigned char bytes[16];

@@ -10,7 +10,7 @@ int main() {
     quarn::FileStreamRaw stream(file);
     quarn::PptyFloat("gravity", -9.81f).writeTo(stream);
     quarn::PptyInt("frames", 60).writeTo(stream);
-    claim(!stream.failed(), "both records were written");
+    claim(stream.finish(), "both records were written");
 
     std::rewind(file);
     quarn::PptyFloat gravity;

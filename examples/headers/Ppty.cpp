@@ -18,6 +18,7 @@ int main() {
     claim(file != nullptr, "a temporary file");
     FileStreamRaw stream(file);
     for (auto const& property : scene) property->writeTo(stream);
+    claim(stream.finish(), "all records are written");
     std::rewind(file);
 
     for (auto const& property : scene) {

@@ -15,6 +15,7 @@ int main() {
     claim(file != nullptr, "a temporary file");
     FileStreamEndian stream(file);
     layers.writeTo(stream);
+    claim(stream.finish(), "the list is written");
     std::rewind(file);
     PptyArrayString loaded;
     loaded.readFrom(stream);

@@ -13,6 +13,7 @@ int main() {
     claim(file != nullptr, "there is a temporary file");
     FileStreamRaw stream(file);
     PptyFloat("gravity", -9.81f).writeTo(stream);
+    claim(stream.finish(), "the record is written");
 
     std::rewind(file);
     PptyFloat gravity;

@@ -12,6 +12,7 @@ int main() {
     encoding::writeI32(stream, -5);
     encoding::writeStr(stream, "foam");
     encoding::writeStrArray(stream, {"sea", "sky"});
+    claim(stream.finish(), "all values are written");
     claim(std::ftell(file) == 4 + (4 + 5) + (4 + 8 + 8),
           "a text takes 4 bytes and its characters with the NUL");
     std::rewind(file);
