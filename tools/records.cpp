@@ -15,7 +15,6 @@
 #include "CommandLine.h"
 #include "RecordText.h"
 
-#include <dlfcn.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -311,7 +310,7 @@ void addOptions(CommandLine& program, Request& request) {
 
 void loadPlugIns(std::vector<std::string> const& libraries) {
     for (std::string const& library : libraries)
-        if (LibLoader::load(library.c_str()) == nullptr) throw std::runtime_error(dlerror());
+        if (LibLoader::load(library.c_str()) == nullptr) throw std::runtime_error(LibLoader::lastError());
 }
 
 } // namespace

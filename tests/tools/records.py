@@ -142,7 +142,9 @@ class Records(unittest.TestCase):
             self.assertIn(f"{NAME}: -: records are read from files that can be positioned only", errors)
 
     def test_opens_plug_ins(self):
-        self.assertEqual(run("--plug-in", f"{self.top}/none.so", SCENE)[:2], (1, ""))
+        status, output, errors = run("--plug-in", f"{self.top}/none.so", SCENE)
+        self.assertEqual((status, output), (1, ""))
+        self.assertRegex(errors, rf"^{NAME}: [^\n]*{self.top}/none\.so[^\n]*\n$")
         if PLUG_IN:
             record = bytes.fromhex("0200000061 00") + bytes(36) + bytes.fromhex("000000000000F03F")
             path = self.file(record)
