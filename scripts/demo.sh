@@ -12,4 +12,4 @@ fountain=build/release/examples/fountain/fountain
 scene=examples/fountain/harbour.scene
 "$fountain" "$scene" build/demo
 "$fountain" --verify "$scene" build/demo/frames/harbour_fountain00030.rec
-echo "The records and frames are in build/demo, the picture is build/demo/sheet.png"
+echo "The scene is saved in build/demo/harbour.props, the records and frames are in build/demo, the picture is build/demo/sheet.png"

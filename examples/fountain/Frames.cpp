@@ -39,16 +39,17 @@ void FrameRecord::take(std::vector<Particle> const& particles) {
     for (std::size_t i = 0; i < particles.size(); ++i) positions_[i].setValue(particles[i].position);
 }
 
-void FrameRecord::write(std::FILE* file) const {
+bool FrameRecord::write(std::FILE* file) const {
     FileStreamRaw stream(file);
     count_.writeTo(stream);
     auto const count = static_cast<std::size_t>(*count_.getVariantValue().as<int>());
     for (std::size_t i = 0; i < count; ++i) positions_[i].writeTo(stream);
+    return stream.finish();
 }
 
 long FrameRecord::write(std::string const& path, std::vector<Particle> const& particles) {
     take(particles);
-    return writeWhole(path, [&](std::FILE* file) { write(file); });
+    return writeWhole(path, [&](std::FILE* file) { return write(file); });
 }
 
 void FrameRecord::read(std::FILE* file) {
@@ -61,7 +62,7 @@ void FrameRecord::read(std::FILE* file) {
 /// The bytes are compared first: a damaged size must not reach the library, which believes what it reads.
 std::string FrameRecord::difference(std::string const& path, std::vector<Particle> const& particles) {
     take(particles);
-    std::string const expected = bytesOf([&](std::FILE* file) { write(file); });
+    std::string const expected = bytesOf([&](std::FILE* file) { return write(file); });
     OpenFile const file(std::fopen(path.c_str(), "rb"));
     if (file == nullptr) return errno == ENOENT ? "is missing" : systemReason();
     std::string found;
@@ -102,7 +103,7 @@ unsigned long long FrameRecord::fileSize(std::size_t particles) {
     static auto const sizeWith = [](std::size_t count) {
         FrameRecord record;
         record.take(std::vector<Particle>(count));
-        return bytesOf([&](std::FILE* file) { record.write(file); }).size();
+        return bytesOf([&](std::FILE* file) { return record.write(file); }).size();
     };
     static std::size_t const header = sizeWith(0), each = sizeWith(1) - header;
     return header + static_cast<unsigned long long>(particles) * each;

@@ -47,7 +47,7 @@ public:
 
 private:
     void take(std::vector<Particle> const& particles);
-    void write(std::FILE* file) const;
+    bool write(std::FILE* file) const;
     void read(std::FILE* file);
     bool holds(std::vector<Particle> const& particles) const;
 

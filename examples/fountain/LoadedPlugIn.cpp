@@ -18,7 +18,8 @@ void find(void* library, std::string const& path, char const* name, Function& fu
 } // namespace
 
 LoadedPlugIn::LoadedPlugIn(std::string const& path) : library_(LibLoader::load(path.c_str())) {
-    if (library_ == nullptr) throw std::invalid_argument("the plug-in " + path + " cannot be loaded");
+    if (library_ == nullptr)
+        throw std::invalid_argument("the plug-in " + path + " cannot be loaded: " + LibLoader::lastError());
     find(library_.get(), path, "fountainSettingsClass", settingsClass_);
     find(library_.get(), path, "fountainAccelerate", accelerate_);
 }

@@ -86,5 +86,7 @@ void Picture::savePng(std::string const& path) const {
     header += Bytes("\x08\x02\0\0\0", 5); // 8 bits, red green blue
     Bytes const png =
         "\x89PNG\r\n\x1a\n" + chunk("IHDR", header) + chunk("IDAT", stored(rows)) + chunk("IEND", "");
-    writeWhole(path, [&](std::FILE* file) { std::fwrite(png.data(), 1, png.size(), file); });
+    writeWhole(path, [&](std::FILE* file) {
+        return std::fwrite(png.data(), 1, png.size(), file) == png.size() && std::fflush(file) == 0;
+    });
 }

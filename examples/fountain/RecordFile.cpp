@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -14,35 +13,22 @@ namespace {
 OpenFile createBeside(std::string const& path, std::string& temporary) {
     for (int attempt = 0;; ++attempt) {
         temporary = path + "." + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".part";
-        int const descriptor = open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0) return OpenFile(fdopen(descriptor, "w+b"));
+        int const descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor >= 0) return OpenFile(fdopen(descriptor, "wb"));
         if (errno != EEXIST) throw FileError(path, "cannot be created: " + systemReason());
     }
 }
 
-/// Delays the signals by which people end programs until a file is renamed or removed, for as long as a scope lasts.
-class SignalsDelayed {
-public:
-    SignalsDelayed() {
-        sigset_t signals;
-        sigemptyset(&signals);
-        for (int const signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
-        sigprocmask(SIG_BLOCK, &signals, &previous_);
-    }
-    ~SignalsDelayed() { sigprocmask(SIG_SETMASK, &previous_, nullptr); }
-    SignalsDelayed(SignalsDelayed const&) = delete;
-    SignalsDelayed& operator=(SignalsDelayed const&) = delete;
+} // namespace
 
-private:
-    sigset_t previous_{};
-};
-
-void flush(std::FILE* file, std::string const& path) {
-    if (std::ferror(file) != 0 || std::fflush(file) != 0)
-        throw FileError(path, "cannot be written: " + systemReason());
+SignalsDelayed::SignalsDelayed() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (int const signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+    sigprocmask(SIG_BLOCK, &signals, &previous_);
 }
 
-} // namespace
+SignalsDelayed::~SignalsDelayed() { sigprocmask(SIG_SETMASK, &previous_, nullptr); }
 
 std::string systemReason() { return std::strerror(errno); }
 
@@ -72,8 +58,7 @@ std::string bytesOf(WriteFile const& write) {
     } memory;
     OpenFile const file(open_memstream(&memory.data, &memory.size));
     if (file == nullptr) throw std::bad_alloc();
-    write(file.get());
-    flush(file.get(), "memory");
+    if (!write(file.get())) throw std::bad_alloc();
     return {memory.data, memory.size};
 }
 
@@ -83,8 +68,7 @@ long writeWhole(std::string const& path, WriteFile const& write) {
     OpenFile file = createBeside(path, temporary);
     try {
         if (file == nullptr) throw FileError(path, "cannot be created: " + systemReason());
-        write(file.get());
-        flush(file.get(), path);
+        if (!write(file.get())) throw FileError(path, "cannot be written: " + systemReason());
         long const bytes = std::ftell(file.get());
         if (std::fclose(file.release()) != 0 || std::rename(temporary.c_str(), path.c_str()) != 0)
             throw FileError(path, "cannot be written: " + systemReason());

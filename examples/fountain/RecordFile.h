@@ -1,6 +1,5 @@
 // RecordFile: properties in files of either stream kind, one record after the other.
-//     writeWhole("scene.raw", [&](std::FILE* file) { writeRecords<FileStreamRaw>(file, scene); });
-//     readRecords<FileStreamRaw>(file, "scene.raw", sameKindsAgain);
+//     writeWhole("scene.raw", [&](std::FILE* file) { return writeRecords<FileStreamRaw>(file, scene); });
 // A file is written under a temporary name of its own and renamed when it is complete, so nobody ever finds half of
 // one, and programs that write the same file at the same time do not disturb each other.
 #ifndef FOUNTAIN_RECORDFILE_H
@@ -8,9 +7,7 @@
 
 #include "Scene.h"
 
-#include <MRCommon/streams/FileStreamEndian.h>
-#include <MRCommon/streams/FileStreamRaw.h>
-
+#include <csignal>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -20,7 +17,19 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
-using WriteFile = std::function<void(std::FILE*)>;
+using WriteFile = std::function<bool(std::FILE*)>; ///< returns whether everything was written and flushed
+
+/// Delays the signals by which people end programs until a file is renamed or removed, for as long as a scope lasts.
+class SignalsDelayed {
+public:
+    SignalsDelayed();
+    ~SignalsDelayed();
+    SignalsDelayed(SignalsDelayed const&) = delete;
+    SignalsDelayed& operator=(SignalsDelayed const&) = delete;
+
+private:
+    sigset_t previous_{};
+};
 
 /// Returns the system's words for the last call that failed.
 std::string systemReason();
@@ -35,31 +44,15 @@ std::string contentOf(std::FILE* file, std::size_t most);
 /// Returns what `write` writes, without a file on the disk.
 std::string bytesOf(WriteFile const& write);
 
-/// Creates the file that `write` fills, open for reading too, and returns its size in bytes. The file gets its name
-/// only if all bytes are written and `write` does not throw. Throws FileError if the disk does not take them.
+/// Creates the file that `write` fills, and returns its size in bytes. The file gets its name only if `write` returns
+/// true. Throws FileError if the disk does not take all bytes.
 long writeWhole(std::string const& path, WriteFile const& write);
 
-/// Writes all records.
-template <class Stream> void writeRecords(std::FILE* file, Properties const& properties);
-
-/// Reads all records into properties of the same kinds in the same order. Throws FileError if the file contains fewer
-/// or more.
-template <class Stream>
-void readRecords(std::FILE* file, std::string const& path, Properties const& properties);
-
-// ---------------------------------------------------------------------------
-
-template <class Stream> void writeRecords(std::FILE* file, Properties const& properties) {
+/// Writes all records of a scene. Returns whether all of them were written and flushed.
+template <class Stream> bool writeRecords(std::FILE* file, Properties const& scene) {
     Stream stream(file);
-    for (Property const& property : properties) property->writeTo(stream);
-}
-
-template <class Stream>
-void readRecords(std::FILE* file, std::string const& path, Properties const& properties) {
-    Stream stream(file);
-    for (Property const& property : properties) property->readFrom(stream);
-    if (stream.failed()) throw FileError(path, "ends before its last record");
-    if (std::fgetc(file) != EOF) throw FileError(path, "continues after its last record");
+    for (std::size_t i = 0; i < scene.size(); ++i) scene.property(i)->writeTo(stream);
+    return stream.finish();
 }
 
 #endif

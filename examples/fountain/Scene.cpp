@@ -6,8 +6,13 @@
 #include <qn_basic/QN_MetaClassBase.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <set>
 #include <sstream>
 #include <string_view>
+
+using namespace quarn;
 
 namespace {
 
@@ -61,17 +66,42 @@ std::string takeWord(std::string_view& text) {
     return word;
 }
 
-Property propertyOf(std::string_view line, Properties const& earlier) {
-    std::string const className = takeWord(line), name = takeWord(line);
-    if (name.empty()) throw std::invalid_argument("a property needs a class name, a name and a value");
-    if (name != "plugIn" && find(earlier, name) != nullptr)
-        throw std::invalid_argument(name + ": given twice");
-    Property property = makeProperty(className, name);
+/// Returns a property of this class and name with the default value. Throws std::invalid_argument if no property class
+/// of this name is registered.
+std::unique_ptr<Ppty> makeProperty(std::string const& className, std::string const& name) {
+    QN_MetaClassBase const* const metaClass = QN_MetaClassBase::find(className.c_str());
+    void* object = metaClass == nullptr ? nullptr : metaClass->metaNew();
+    auto* const property = dynamic_cast<Ppty*>(static_cast<QN_Class*>(object));
+    std::unique_ptr<Ppty> named(property == nullptr ? nullptr : property->cloneWithNewName(name.c_str()));
+    if (metaClass != nullptr) metaClass->metaDelete(object);
+    if (named == nullptr) throw std::invalid_argument("unknown property class " + className);
+    return named;
+}
+
+/// Runs `act`, whose std::invalid_argument gets the name of the property.
+template <class Act> void naming(std::string const& name, Act const& act) {
     try {
-        setFromText(*property, line, boundsOf(name));
+        act();
     } catch (std::invalid_argument const& error) {
         throw std::invalid_argument(name + ": " + error.what());
     }
+}
+
+void setValue(Ppty& property, std::string_view text) {
+    std::string const name = property.getName().c_str();
+    naming(name, [&] { setFromText(property, text, boundsOf(name)); });
+}
+
+void requireOnce(bool isFirst, std::string const& name) {
+    if (!isFirst && name != "plugIn") throw std::invalid_argument(name + ": given twice");
+}
+
+std::unique_ptr<Ppty> propertyOf(std::string_view line, Properties const& earlier) {
+    std::string const className = takeWord(line), name = takeWord(line);
+    if (name.empty()) throw std::invalid_argument("a property needs a class name, a name and a value");
+    requireOnce(earlier.find(name.c_str()) == nullptr, name);
+    std::unique_ptr<Ppty> property = makeProperty(className, name);
+    setValue(*property, line);
     return property;
 }
 
@@ -83,19 +113,7 @@ std::istringstream linesOf(std::string const& path) {
     return std::istringstream(text);
 }
 
-} // namespace
-
-Property makeProperty(std::string const& className, std::string const& name) {
-    quarn::QN_MetaClassBase const* const metaClass = quarn::QN_MetaClassBase::find(className.c_str());
-    void* object = metaClass == nullptr ? nullptr : metaClass->metaNew();
-    auto* const property = dynamic_cast<quarn::Ppty*>(static_cast<quarn::QN_Class*>(object));
-    Property named(property == nullptr ? nullptr : property->cloneWithNewName(name.c_str()));
-    if (metaClass != nullptr) metaClass->metaDelete(object);
-    if (named == nullptr) throw std::invalid_argument("unknown property class " + className);
-    return named;
-}
-
-Properties readScene(std::string const& path, std::function<void(quarn::Ppty const&)> const& seen) {
+Properties readText(std::string const& path, std::function<void(Ppty const&)> const& seen) {
     std::istringstream lines = linesOf(path);
     Properties properties;
     std::string line;
@@ -103,8 +121,8 @@ Properties readScene(std::string const& path, std::function<void(quarn::Ppty con
         std::string_view const text = trimmed(line);
         if (text.empty() || text.front() == '#') continue;
         try {
-            properties.push_back(propertyOf(text, properties));
-            seen(*properties.back());
+            properties.add(propertyOf(text, properties));
+            seen(*properties.property(properties.size() - 1));
         } catch (std::invalid_argument const& error) {
             throw FileError(path, number, error.what());
         }
@@ -112,9 +130,58 @@ Properties readScene(std::string const& path, std::function<void(quarn::Ppty con
     return properties;
 }
 
-quarn::Ppty const* find(Properties const& scene, std::string const& name) {
-    auto const found = std::find_if(scene.begin(), scene.end(), [&](Property const& property) {
-        return property->getName() == name.c_str();
-    });
-    return found == scene.end() ? nullptr : found->get();
+Properties loadFile(std::string const& path) {
+    Properties properties;
+    FileStatus const status = loadProperties(path, properties);
+    if (!status.ok()) throw FileError(status);
+    return properties;
+}
+
+/// Throws std::invalid_argument for the first property that a text could not contain: the simulation relies on it.
+void checkLoaded(Properties const& scene) {
+    std::set<std::string> names;
+    for (std::size_t i = 0; i < scene.size(); ++i) {
+        Ppty const* const property = scene.property(i);
+        if (property == nullptr)
+            throw std::invalid_argument("unknown property class, or an older one than the file's: " +
+                                        scene.className(i));
+        std::string const name = property->getName().c_str();
+        requireOnce(names.insert(name).second, name);
+        naming(name, [&] { checkNumbers(*property, boundsOf(name)); });
+    }
+}
+
+/// Loads the file twice. The first time finds the plug-ins, whose properties are bytes until they are opened.
+Properties readPropertyFile(std::string const& path, std::function<void(Ppty const&)> const& seen) {
+    try {
+        Properties const first = loadFile(path);
+        for (std::size_t i = 0; i < first.size(); ++i)
+            if (first.property(i) != nullptr) seen(*first.property(i));
+        Properties scene = loadFile(path);
+        checkLoaded(scene);
+        return scene;
+    } catch (std::invalid_argument const& error) {
+        throw FileError(path, error.what());
+    }
+}
+
+} // namespace
+
+Properties readScene(std::string const& path, std::function<void(Ppty const&)> const& seen) {
+    bool const isPropertyFile = std::filesystem::path(path).extension() == ".props";
+    return isPropertyFile ? readPropertyFile(path, seen) : readText(path, seen);
+}
+
+void saveScene(std::string const& path, Properties const& scene) {
+    SignalsDelayed const delayed; // no temporary file is left
+    FileStatus const status = saveProperties(path, scene);
+    if (!status.ok()) throw FileError(status);
+}
+
+void changeScene(std::string const& path, std::string const& name, std::string const& value) {
+    Properties const scene = loadFile(path);
+    Ppty* const property = scene.find(name.c_str());
+    if (property == nullptr) throw std::invalid_argument("the scene lacks the property " + name);
+    setValue(*property, value);
+    saveScene(path, scene);
 }

@@ -251,6 +251,35 @@ std::string valueOf(PptyEnum const& property) {
     return shown(choice.first) + " = " + shown(choice.second);
 }
 
+template <class T> std::enable_if_t<std::is_arithmetic_v<T>> check(T value, Bounds const& bounds) {
+    number<T>(shown(value), bounds);
+}
+
+void check(bool, Bounds const&) {}
+void check(QN_String const&, Bounds const&) {}
+void check(Array<QN_String> const&, Bounds const&) {}
+void check(Tuple2<QN_String, int> const& choice, Bounds const& bounds) { check(choice.second, bounds); }
+
+template <class T> void check(Vector3<T> const& v, Bounds const& bounds) {
+    for (T const component : {v.x, v.y, v.z}) check(component, bounds);
+}
+
+template <class T> void check(Color4<T> const& c, Bounds const& bounds) {
+    for (T const component : {c.r, c.g, c.b, c.a}) check(component, bounds);
+}
+
+template <class T, unsigned int Code>
+void checkValue(BasePpty<T, Code> const& property, Bounds const& bounds) {
+    check(*property.getVariantValue().template as<T>(), bounds);
+}
+
+template <class T, unsigned int Code>
+void checkValue(RangePpty<T, Code> const& property, Bounds const& bounds) {
+    for (T const& value :
+         {*property.getVariantValue().template as<T>(), property.getMin(), property.getMax()})
+        check(value, bounds);
+}
+
 /// Calls `visit` with the property cast to the kind that its type code names. A kind of a plug-in is passed as the kind
 /// that it derives from.
 template <class Base, class Visit> void visitKind(Base& property, Visit const& visit) {
@@ -288,6 +317,10 @@ template <class Base, class Visit> void visitKind(Base& property, Visit const& v
 void setFromText(Ppty& property, std::string_view text, Bounds const& bounds) {
     Words words(text, bounds);
     visitKind(property, [&](auto& kind) { set(kind, words, text); });
+}
+
+void checkNumbers(Ppty const& property, Bounds const& bounds) {
+    visitKind(property, [&](auto const& kind) { checkValue(kind, bounds); });
 }
 
 std::string valueText(Ppty const& property) {

@@ -17,6 +17,9 @@ struct Bounds {
 /// Sets value, bounds and table from text. Throws std::invalid_argument, which says what is wrong with the text.
 void setFromText(quarn::Ppty& property, std::string_view text, Bounds const& bounds);
 
+/// Throws std::invalid_argument unless every number of the property is finite and within the bounds.
+void checkNumbers(quarn::Ppty const& property, Bounds const& bounds);
+
 /// Returns the value with the fewest digits that identify it, and with its bounds for ranged kinds.
 std::string valueText(quarn::Ppty const& property);
 

@@ -2,6 +2,7 @@
 """The example host reports an error in one line, with exit status 1 or 2, and leaves no temporary file.
 Usage: fountain_test.py FOUNTAIN SCENE"""
 import contextlib
+import ctypes
 import os
 import pathlib
 import pty
@@ -9,10 +10,12 @@ import re
 import resource
 import shutil
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
 import unittest
+import zlib
 
 fountain, scene_file = sys.argv[1], sys.argv[2]
 
@@ -23,6 +26,15 @@ def small_scene(**changes):
     lines = pathlib.Path(scene_file).read_text().splitlines()
     return "\n".join(re.sub(r"^(\w+\s+)(\w+)(\s+).*", lambda m: m[1] + m[2] + m[3] + values[m[2]], line)
                      if len(line.split()) > 2 and line.split()[1] in values else line for line in lines)
+
+
+def loader_reason(library):
+    """Why the library cannot be loaded, in the platform's words."""
+    try:
+        ctypes.CDLL(str(library))
+    except OSError as error:
+        return str(error)
+    raise AssertionError(f"{library} can be loaded")
 
 
 class Fountain(unittest.TestCase):
@@ -51,7 +63,7 @@ class Fountain(unittest.TestCase):
         self.assertEqual((done.stderr, done.returncode), (f"fountain: {message}\n", status))
 
     def expect_no_temporaries(self):
-        finished = (".rec", ".raw", ".endian", ".png", ".scene")
+        finished = (".rec", ".raw", ".endian", ".png", ".scene", ".props")
         self.assertEqual([p for p in self.folder.rglob("*") if p.is_file() and p.suffix not in finished], [])
 
 
@@ -67,7 +79,7 @@ class Scenes(Fountain):
         self.refuses("QN_Class root 1", "unknown property class QN_Class")
         self.refuses("PptyFloat", "a property needs a class name, a name and a value")
         self.refuses("PptyInt good 2", "good: given twice")
-        self.refuses("PptyFile plugIn /none.so", "the plug-in /none.so cannot be loaded")
+        self.refuses("PptyFile plugIn /none.so", f"the plug-in /none.so cannot be loaded: {loader_reason('/none.so')}")
 
     def test_values_that_do_not_fit_their_class(self):
         self.refuses("PptyFloat gravity", "gravity: the value lacks a number")
@@ -137,6 +149,7 @@ class Scenes(Fountain):
         for words, message in [((), "a scene and an output folder are needed"),
                                (("--verify", "a"), "a scene and one of its frames are needed"),
                                (("--verfy", "a", "b"), "--verfy: unknown option"),
+                               (("--set", "a.props", "gravity"), "a property file and NAME=VALUE are needed"),
                                (("a", ""), "a scene and an output folder are needed"),
                                (("a", "b", "c"), "a scene and an output folder are needed")]:
             self.expect_refusal(self.run_fountain(*words), f"{message} (see fountain --help)", 2)
@@ -188,6 +201,96 @@ class Verifying(Fountain):
         other = self.out / "frames" / "bay.rec"
         self.expect_refusal(self.run_fountain("--verify", self.scene, other),
                             f"{other}: is not one of the scene's frames, {self.frame(1)} to {self.frame(14)}")
+
+
+class SavedScenes(Fountain):
+    """The plug-in is a copy that a test can remove."""
+
+    def setUp(self):
+        super().setUp()
+        built = pathlib.Path(fountain).with_name("libfountain_wind.so")
+        self.plug_in = self.folder / "wind.so"
+        shutil.copy(built, self.plug_in)
+        self.scene.write_text(small_scene(plugIn=str(self.plug_in)))
+        self.simulate()
+        self.saved = self.out / "bay.props"
+
+    def gust(self):
+        """Where the wind's entry begins in the saved scene, and its class, schema, size and record."""
+        file = self.saved.read_bytes()
+        start = file.index(b"\x09\0\0\0GustPpty\0")
+        size = struct.unpack_from("<Q", file, start + 17)[0]
+        return start, file[start:start + 25 + size]
+
+    def rewrite_gust(self, entry):
+        """Replaces the wind's entry, with a checksum that fits."""
+        start, old = self.gust()
+        file = self.saved.read_bytes()[:-4]
+        file = file[:start] + entry + file[start + len(old):]
+        self.saved.write_bytes(file + struct.pack("<I", zlib.crc32(file)))
+
+    def set(self, assignment):
+        return self.run_fountain("--set", self.saved, assignment)
+
+    def refuses_saved(self, message):
+        self.expect_refusal(self.run_fountain(self.saved, self.folder / "other"), f"{self.saved}: {message}")
+        self.assertFalse((self.folder / "other").exists())
+
+    def test_are_scenes_like_their_text(self):
+        again = self.folder / "again"
+        self.assertEqual(self.run_fountain(self.saved, again).returncode, 0)
+        self.assertEqual((again / "bay.props").read_bytes(), self.saved.read_bytes())
+        self.assertEqual(self.run_fountain("--verify", self.saved, self.frame(7)).returncode, 0)
+
+    def test_keep_the_properties_of_a_missing_plug_in(self):
+        entry = self.gust()[1][:-8] + struct.pack("<d", 2.5)  # a period that no code sets
+        self.rewrite_gust(entry)
+        whole = self.saved.read_bytes()
+        self.plug_in.rename(self.folder / "gone")
+        self.refuses_saved(f"the plug-in {self.plug_in} cannot be loaded: {loader_reason(self.plug_in)}")
+        done = self.set("gravity=-5")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertNotEqual(self.saved.read_bytes(), whole)
+        self.assertEqual(self.gust()[1], entry)
+
+        (self.folder / "gone").rename(self.plug_in)
+        done = self.run_fountain("--records", self.saved, self.folder / "other")
+        self.assertRegex(done.stdout, r"(?m)^gravity +PptyFloat +-5 ")
+        self.assertRegex(done.stdout, r"(?m)^wind +GustPpty +\(2\.2, 0\.4, 0\) in ")
+        self.assertIn(entry[25:], (self.folder / "other/scene.raw").read_bytes())
+        self.assertEqual((self.folder / "other/bay.props").read_bytes(), self.saved.read_bytes())
+
+    def test_are_unchanged_by_a_value_that_does_not_fit(self):
+        whole = self.saved.read_bytes()
+        for assignment, message in [("gravity=x", 'gravity: "x" is not a number'),
+                                    ("speed=41 0 40", "speed: 41 is outside 0 .. 40"),
+                                    ("wind=1 1 1", "the scene lacks the property wind"),
+                                    ("none=1", "the scene lacks the property none")]:
+            self.expect_refusal(self.set(assignment), f"{self.saved}: {message}")
+        self.expect_refusal(self.run_fountain("--set", self.scene, "gravity=1"), f"{self.scene}: Not a property file")
+        self.assertEqual(self.saved.read_bytes(), whole)
+
+    def test_are_refused_if_the_record_of_the_plug_in_is_damaged(self):
+        entry = self.gust()[1]
+        self.rewrite_gust(entry[:17] + struct.pack("<Q", len(entry) - 25 - 3) + entry[25:-3])
+        self.assertRegex(self.run_fountain(self.saved, self.out).stderr,
+                         rf"^fountain: {self.saved}: entry \d+ \(GustPpty\): gustPeriod at byte \d+: "
+                         "the data ends inside it\n$")
+
+    def test_are_refused_if_a_text_would_be(self):
+        whole = self.saved.read_bytes()
+        entry = self.gust()[1]
+        nan, huge = struct.pack("<f", float("nan")), struct.pack("<f", 2e9)
+        value = len(entry) - 8 - 9 * 4
+        for damaged, message in [(entry[:value] + nan + entry[value + 4:], 'wind: "nan" is not a number'),
+                                 (entry[:-12] + huge + entry[-8:], "wind: 2e+09 is outside -1e+09 .. 1e+09"),
+                                 (entry.replace(b"\5\0\0\0wind\0", b"\5\0\0\0tilt\0"), "tilt: given twice"),
+                                 (entry.replace(b"GustPpty", b"LullPpty"),
+                                  "unknown property class, or an older one than the file's: LullPpty")]:
+            with self.subTest(message):
+                self.saved.write_bytes(whole)
+                self.rewrite_gust(damaged)
+                self.refuses_saved(message)
 
 
 class Writing(Fountain):

@@ -1,7 +1,8 @@
 // fountain: the example host: a small particle simulation around the library.
 //     fountain <scene> <folder>             simulates the scene into the folder: records, frames, contact sheet
 //     fountain --verify <scene> <frame>     checks the sequence of a frame file against a new run of the scene
-//     fountain --records <scene> <folder>   only reads the scene and saves it in records of both stream kinds
+//     fountain --records <scene> <folder>   only saves the scene: property file, records of both stream kinds
+//     fountain --set <scene> <name>=<value> changes a property file; the plug-ins of the scene may be missing
 // An error is reported in one line on the standard error stream. The exit status is 0 for success, 1 for a failure and
 // 2 for wrong usage.
 #include "Budget.h"
@@ -21,10 +22,8 @@
 #include <MRCommon/streams/StreamEncoding.h>
 #include <MRCommon/system/Paths.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <limits>
 
 using namespace quarn;
 namespace fs = std::filesystem;
@@ -37,10 +36,13 @@ constexpr unsigned int oldVersion = 5087;     // the last one whose enumerations
 constexpr char const* usage =
     "usage: fountain [--records] SCENE FOLDER\n"
     "       fountain --verify SCENE FRAME\n"
+    "       fountain --set SCENE NAME=VALUE\n"
     "\n"
-    "Simulates the scene into the folder: records of the scene, frames, contact sheet.\n"
-    "  --records   only save the scene in records of both stream kinds\n"
+    "Simulates the scene into the folder: the saved scene, its records, frames, contact sheet.\n"
+    "A scene is a text, or the property file (.props) that an earlier run saved.\n"
+    "  --records   only save the scene: property file, records of both stream kinds\n"
     "  --verify    check the sequence of a frame file against a new run of the scene\n"
+    "  --set       change a value in a property file, without opening the plug-ins\n"
     "  --help      print this text\n";
 
 #ifdef __APPLE__
@@ -90,10 +92,10 @@ Accelerate accelerationOf(Stage const& stage) {
         Ppty const* settings;
     };
     std::vector<Force> forces;
-    for (Property const& property : stage.scene)
+    for (std::size_t i = 0; i < stage.scene.size(); ++i)
         for (LoadedPlugIn const& plugIn : stage.plugIns)
-            if (property->getClassName() == plugIn.settingsClass().c_str())
-                forces.push_back({&plugIn, property.get()});
+            if (stage.scene.className(i) == plugIn.settingsClass())
+                forces.push_back({&plugIn, stage.scene.property(i)});
     return [forces](double time, Particle const& particle, Vector& acceleration) {
         for (Force const& force : forces)
             force.plugIn->accelerate(*force.settings, time, particle.position, particle.velocity,
@@ -108,24 +110,22 @@ void makeFolder(std::string const& folder) {
     throw FileError(folder, "cannot be created: " + reason.message());
 }
 
-/// Loads the file's records into new properties, which must be saved as the same bytes.
-void checkRoundTrip(std::FILE* file, std::string const& path, Properties const& scene) {
-    Properties loaded;
-    for (Property const& property : scene)
-        loaded.push_back(makeProperty(property->getClassName().c_str(), property->getName().c_str()));
-    std::rewind(file);
-    readRecords<FileStreamRaw>(file, path, loaded);
-    std::rewind(file);
-    if (contentOf(file, std::numeric_limits<std::size_t>::max()) !=
-        bytesOf([&](std::FILE* memory) { writeRecords<FileStreamRaw>(memory, loaded); }))
+/// Loads the saved scene, whose records must be those that were saved.
+void checkRoundTrip(std::string const& path, Properties const& scene) {
+    auto const records = [](Properties const& properties) {
+        return bytesOf([&](std::FILE* memory) { return writeRecords<FileStreamRaw>(memory, properties); });
+    };
+    if (records(readScene(path, [](Ppty const&) {})) != records(scene))
         throw FileError(path, "does not reload to the values that were saved");
 }
 
 void printTable(Properties const& scene) {
     print("%-12s %-16s %-52s %s\n", "name", "class", "value", "text of the library, toStr()");
-    for (Property const& property : scene)
-        print("%-12s %-16s %-52s \"%s\"\n", property->getName().c_str(), property->getClassName().c_str(),
-              valueText(*property).c_str(), libraryText(*property).c_str());
+    for (std::size_t i = 0; i < scene.size(); ++i) {
+        Ppty const& property = *scene.property(i);
+        print("%-12s %-16s %-52s \"%s\"\n", property.getName().c_str(), scene.className(i).c_str(),
+              valueText(property).c_str(), libraryText(property).c_str());
+    }
 }
 
 /// Writes an enumeration's record as applications up to version 5087 did: index and table without a label.
@@ -148,6 +148,7 @@ void showLayouts(PptyEnum const& property) {
             writeOldLayout(stream, property);
         else
             property.writeTo(stream);
+        if (!stream.finish()) throw FileError("a temporary file", "cannot be written: " + systemReason());
         std::rewind(file.get());
         PptyEnum loaded;
         loaded.readFrom(stream);
@@ -156,20 +157,21 @@ void showLayouts(PptyEnum const& property) {
     }
 }
 
-void saveRecords(Properties const& scene, std::string const& folder) {
+void save(Properties const& scene, std::string const& sceneFile, std::string const& folder) {
     makeFolder(folder);
-    std::string const raw = folder + "/scene.raw";
-    long const rawBytes = writeWhole(raw, [&](std::FILE* file) {
-        writeRecords<FileStreamRaw>(file, scene);
-        checkRoundTrip(file, raw, scene);
+    std::string const saved = folder + "/" + fs::path(sceneFile).stem().string() + ".props";
+    saveScene(saved, scene);
+    checkRoundTrip(saved, scene);
+    long const rawBytes = writeWhole(
+        folder + "/scene.raw", [&](std::FILE* file) { return writeRecords<FileStreamRaw>(file, scene); });
+    long const endianBytes = writeWhole(folder + "/scene.endian", [&](std::FILE* file) {
+        return writeRecords<FileStreamEndian>(file, scene);
     });
-    long const endianBytes = writeWhole(
-        folder + "/scene.endian", [&](std::FILE* file) { writeRecords<FileStreamEndian>(file, scene); });
     printTable(scene);
-    for (Property const& property : scene)
-        if (auto const* const choice = dynamic_cast<PptyEnum const*>(property.get())) showLayouts(*choice);
-    print("%zu properties, %ld bytes raw, %ld bytes byte-order-aware, reloaded without a difference\n",
-          scene.size(), rawBytes, endianBytes);
+    for (std::size_t i = 0; i < scene.size(); ++i)
+        if (auto const* const choice = dynamic_cast<PptyEnum const*>(scene.property(i))) showLayouts(*choice);
+    print("%zu properties, %ld bytes raw, %ld bytes byte-order-aware\n", scene.size(), rawBytes, endianBytes);
+    print("saved scene: %s, reloaded without a difference\n", saved.c_str());
 }
 
 /// Returns the bytes of earlier frames that the frames of this run replace.
@@ -195,7 +197,7 @@ void simulate(Stage const& stage, std::string const& sceneFile, std::string cons
     Simulation simulation(settings, accelerationOf(stage));
     Sheet sheet(stage.scene, settings);
     FrameRecord record;
-    saveRecords(stage.scene, folder);
+    save(stage.scene, sceneFile, folder);
     makeFolder(cache);
     long long bytes = 0;
     {
@@ -248,8 +250,15 @@ void verify(Stage const& stage, std::string const& sceneFile, std::string const&
     print("frames 1 to %d, reloaded and equal to a new run\n", settings.frames);
 }
 
+/// Changes the value in a request such as "gravity=-5".
+void change(Request const& request) {
+    std::size_t const equals = request.target.find('=');
+    changeScene(request.sceneFile, request.target.substr(0, equals), request.target.substr(equals + 1));
+}
+
 /// Runs one mode and unloads the plug-ins. Throws FileError if the registry still has one of their classes after that.
 void run(Request const& request) {
+    if (request.mode == "--set") return change(request);
     WorkSpaceVersion const version(currentVersion);
     std::vector<std::string> settingsClasses;
     {
@@ -258,7 +267,7 @@ void run(Request const& request) {
         if (request.mode == "--verify")
             verify(stage, request.sceneFile, request.target);
         else if (request.mode == "--records")
-            saveRecords(stage.scene, request.target);
+            save(stage.scene, request.sceneFile, request.target);
         else
             simulate(stage, request.sceneFile, request.target);
     }
@@ -269,6 +278,14 @@ void run(Request const& request) {
     }
 }
 
+/// Returns what the two words of a mode are. Throws WrongUsage if there is no such mode.
+char const* wordsOf(std::string const& mode) {
+    if (mode.empty() || mode == "--records") return "a scene and an output folder are needed";
+    if (mode == "--verify") return "a scene and one of its frames are needed";
+    if (mode == "--set") return "a property file and NAME=VALUE are needed";
+    throw WrongUsage(mode + ": unknown option");
+}
+
 Request requestIn(std::vector<std::string> words) {
     Request request;
     request.program = words.front();
@@ -276,12 +293,10 @@ Request requestIn(std::vector<std::string> words) {
     if (!words.empty() && words.front().rfind("--", 0) == 0) {
         request.mode = words.front();
         words.erase(words.begin());
-        if (request.mode != "--verify" && request.mode != "--records")
-            throw WrongUsage(request.mode + ": unknown option");
     }
-    if (words.size() != 2 || words[0].empty() || words[1].empty())
-        throw WrongUsage(request.mode == "--verify" ? "a scene and one of its frames are needed"
-                                                    : "a scene and an output folder are needed");
+    char const* const needed = wordsOf(request.mode);
+    if (words.size() != 2 || words[0].empty() || words[1].empty()) throw WrongUsage(needed);
+    if (request.mode == "--set" && words[1].find('=') == std::string::npos) throw WrongUsage(needed);
     request.sceneFile = words[0];
     request.target = words[1];
     return request;

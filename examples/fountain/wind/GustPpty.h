@@ -4,8 +4,9 @@
 #define FOUNTAIN_WIND_GUSTPPTY_H
 
 #include <MRCommon/properties/RangeVectPpty.h>
+#include <MRCommon/properties/RecordCheck.h>
 
-class GustPpty : public quarn::RangeVect3FPpty {
+class GustPpty : public quarn::RangeVect3FPpty, public quarn::CheckableRecord {
 public:
     QN_CLASS_IDENTITY
 
@@ -18,6 +19,7 @@ public:
     using RangeVect3FPpty::writeTo;
     void readFrom(quarn::FileStreamRaw& stream) override;
     void writeTo(quarn::FileStreamRaw& stream) const override;
+    void checkRawFields(quarn::RecordFields& fields) const override;
 
     /// Returns the velocity in metres a second, including gusts.
     quarn::Vector3<double> at(double seconds) const;

@@ -33,6 +33,8 @@ void GustPpty::writeTo(FileStreamRaw& stream) const {
     stream.write(&gustPeriod_, sizeof gustPeriod_);
 }
 
+void GustPpty::checkRawFields(RecordFields& fields) const { fields.bytes("gustPeriod", sizeof gustPeriod_); }
+
 Vector3<double> GustPpty::at(double seconds) const {
     constexpr double turn = 6.283185307179586;
     double const gust = 1 + 0.5 * std::sin(turn * seconds / gustPeriod_);
