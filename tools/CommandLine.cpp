@@ -90,11 +90,20 @@ int CommandLine::run(int argc, char** argv, std::function<void()> const& work) {
 
 void CommandLine::print(std::string const& line) {
     constexpr std::size_t atOnce = 4096; // a pipe takes so much whole, or nothing of it
-    endIfInterrupted();
+    if (!isInLine_) endIfInterrupted();
     if (unprinted_.size() + line.size() >= atOnce) flush();
     unprinted_ += line;
     unprinted_ += '\n';
-    if (isatty(STDOUT_FILENO) == 1) flush();
+    if (isInLine_ || isatty(STDOUT_FILENO) == 1) flush();
+    isInLine_ = false;
+}
+
+void CommandLine::printBeginning(std::string const& text) {
+    if (!isInLine_) endIfInterrupted();
+    flush();
+    unprinted_ = text;
+    flush();
+    isInLine_ = true;
 }
 
 void CommandLine::printJson(nlohmann::ordered_json const& object) {
@@ -110,7 +119,7 @@ void CommandLine::flush() {
             written += static_cast<std::size_t>(count);
         else if (errno != EINTR)
             throw std::system_error(errno, std::generic_category(), "standard output");
-        else if (written == 0)
+        else if (written == 0 && !isInLine_)
             endIfInterrupted();
     }
     unprinted_.clear();

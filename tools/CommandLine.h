@@ -33,6 +33,8 @@ public:
 
     /// Prints a line. Lines are printed whole or, after an interrupt, not at all.
     void print(std::string const& line);
+    /// Prints the beginning of a long line, which print() ends; it is completed even after an interrupt.
+    void printBeginning(std::string const& text);
     /// Prints an object as one line. Bytes that are not UTF-8 become U+FFFD.
     void printJson(nlohmann::ordered_json const& object);
 
@@ -54,7 +56,8 @@ private:
     void report(std::string const& message);
     void clearProgress();
 
-    std::string unprinted_; ///< whole lines
+    std::string unprinted_; ///< whole lines, or a piece of a long one
+    bool isInLine_ = false; ///< whether the beginning of a line was printed
     bool progressShown_ = false;
     int status_ = good;
 };

@@ -247,14 +247,15 @@ private:
     void print(unsigned long long offset, std::string const& kind, Describe const& describe) {
         if (request_.check) return;
         if (request_.json) {
-            RecordJson fields(path_, offset, kind);
+            RecordJson fields(program_, path_, offset, kind);
             describe(fields);
-            program_.printJson(fields.object);
+            fields.end();
             return;
         }
-        RecordText fields((request_.files.size() > 1 ? printable(path_) + ": " : "") + printable(kind));
+        RecordText fields(program_,
+                          (request_.files.size() > 1 ? printable(path_) + ": " : "") + printable(kind));
         describe(fields);
-        program_.print(fields.line);
+        fields.end();
     }
 
     static constexpr unsigned long long firstEntry =
