@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <random>
 #include <tuple>
 
 using namespace std::string_literals;
@@ -96,6 +97,27 @@ TEST(ReplaceAll, GoesLeftToRightOnce) {
         EXPECT_EQ(StringTools::replace_all(text, from, to), result) << text;
 }
 
+TEST(ReplaceAll, EqualsAReplacementByHand) {
+    std::mt19937 source(5);
+    auto const random = [&source](std::size_t size, unsigned int letters) {
+        std::string text(size, ' ');
+        for (char& c : text) c = static_cast<char>('a' + source() % letters);
+        return text;
+    };
+    for (unsigned int i = 0; i < 3000; ++i) {
+        std::string const text = random(source() % 80, 2 + i % 20);
+        std::string const from = random(1 + source() % 3, 2), to = random(source() % 6, 3);
+        std::string expected;
+        for (std::size_t at = 0; at < text.size();)
+            if (text.compare(at, from.size(), from) == 0) {
+                expected += to;
+                at += from.size();
+            } else
+                expected += text[at++];
+        ASSERT_EQ(StringTools::replace_all(text, from, to), expected) << text << ' ' << from << ' ' << to;
+    }
+}
+
 TEST(NoWhitespace, KeepsEverythingElse) {
     EXPECT_EQ(StringTools::no_whitespace(" a\tB\n9\v\f\r\xA0\xFF.\0_"s), "aB9\xA0\xFF.\0_"s);
     EXPECT_EQ(StringTools::no_whitespace("\b\x0E\x1F!"), "\b\x0E\x1F!") << "the neighbours of each range";
@@ -160,6 +182,18 @@ TEST(ParseDuration, AddsUnits) {
 TEST(UrlEncode, WritesTwoDigitsForOtherBytes) {
     EXPECT_EQ(StringTools::url_encode("az AZ\t09/\x80\xFF%-\0"s), "az+AZ+09%2F%80%FF%25%2D%00");
     EXPECT_EQ(StringTools::url_encode(""), "");
+}
+
+TEST(UrlEncode, EncodesTextsOfAnyLength) {
+    for (std::size_t const size : {255u, 256u, 257u, 512u, 2000u}) {
+        std::string text(size, 'a'), expected;
+        for (std::size_t i = 0; i < size; i += 3) text[i] = '/';
+        for (char const c : text) expected += c == '/' ? "%2F" : "a";
+        AllocationCounter count;
+        EXPECT_EQ(StringTools::url_encode(text).size(), expected.size());
+        EXPECT_EQ(count.made(), 1);
+        EXPECT_EQ(StringTools::url_encode(text), expected);
+    }
 }
 
 TEST(Escape, PrecedesEveryOtherCharacter) {

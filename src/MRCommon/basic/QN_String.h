@@ -109,8 +109,9 @@ inline unsigned int QN_String::length() const noexcept {
 }
 
 inline QN_String& QN_String::format(char const* format, ...) {
-    // Printed into another buffer first, since an argument may be the string's own text.
-    std::array<char, 1024> local;
+    // Printed into another buffer first, since an argument may be the string's own text. It is large, because
+    // past its end the C library would go on counting at less than a tenth of its speed.
+    std::array<char, 8192> local;
     ArrayCore longer;
     char* printed = local.data();
     std::size_t room = local.size();

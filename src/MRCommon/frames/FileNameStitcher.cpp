@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -86,9 +87,10 @@ std::string FileNameStitcher::doIt(std::string const& name, int frame, std::stri
 
     FrameLayout const* const layout = layoutOf(order);
     if (layout == nullptr) return {};
-    std::string bareExt = ext;
-    bareExt.erase(std::remove(bareExt.begin(), bareExt.end(), '.'), bareExt.end());
-    std::string named; // only a prefix with a placeholder is copied
+    std::string bareExt; // only an extension with a dot and a prefix with a placeholder are copied
+    bool const hasDots = ext.find('.') != std::string::npos;
+    if (hasDots) std::remove_copy(ext.begin(), ext.end(), std::back_inserter(bareExt), '.');
+    std::string named;
     std::size_t const place = prefix.find(placeholder);
     if (place != std::string::npos) {
         named = prefix;
@@ -97,7 +99,7 @@ std::string FileNameStitcher::doIt(std::string const& name, int frame, std::stri
 
     PrintedFrame const printed(frame, std::min(padding, widest));
     FrameNameParts const parts{printedView(place == std::string::npos ? prefix : named), printedView(name),
-                               printed.field(), printedView(bareExt)};
+                               printed.field(), printedView(hasDots ? bareExt : ext)};
     std::string text(parts.sizeIn(*layout), '\0');
     parts.writeTo(text.data(), *layout);
     return text;

@@ -36,11 +36,8 @@ template <class Keep> std::string filtered(std::string const& text, Keep const& 
     return result;
 }
 
-/// The characters that represent a byte in a URL.
-struct UrlCode {
-    std::array<char, 3> text;
-    unsigned char length;
-};
+/// The characters that represent a byte in a URL; the last element is their number.
+using UrlCode = std::array<char, 4>;
 
 constexpr std::array<UrlCode, 256> makeUrlCodes() {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -48,9 +45,9 @@ constexpr std::array<UrlCode, 256> makeUrlCodes() {
     for (unsigned int byte = 0; byte < codes.size(); ++byte) {
         char const c = static_cast<char>(byte);
         if (isAlphanumeric(c) || isWhitespace(c))
-            codes[byte] = {{isWhitespace(c) ? '+' : c, 0, 0}, 1};
+            codes[byte] = {isWhitespace(c) ? '+' : c, 0, 0, 1};
         else
-            codes[byte] = {{'%', digits[byte / 16], digits[byte % 16]}, 3};
+            codes[byte] = {'%', digits[byte / 16], digits[byte % 16], 3};
     }
     return codes;
 }
@@ -58,6 +55,25 @@ constexpr std::array<UrlCode, 256> makeUrlCodes() {
 constexpr std::array<UrlCode, 256> urlCodes = makeUrlCodes();
 
 UrlCode const& urlCode(char c) { return urlCodes[static_cast<unsigned char>(c)]; }
+
+std::size_t urlLength(std::string const& text) {
+    std::size_t length = 0;
+    for (char const c : text) length += static_cast<std::size_t>(urlCode(c).back());
+    return length;
+}
+
+/// Copies `text` to `out` up to the first `wanted` and returns the number of characters copied. Most pieces
+/// are short: looking at 16 characters costs less than the two calls that a longer piece takes.
+std::size_t copyUntil(char* out, std::string_view text, char wanted) {
+    std::size_t const near = std::min<std::size_t>(text.size(), 16);
+    for (std::size_t i = 0; i < near; ++i) {
+        if (text[i] == wanted) return i;
+        out[i] = text[i];
+    }
+    std::size_t const end = std::min(text.find(wanted, near), text.size());
+    text.copy(out + near, end - near, near);
+    return end;
+}
 
 /// Splits a string at single characters, one token at a time.
 class Splitter {
@@ -177,16 +193,29 @@ std::string vformat(char const* format, std::va_list arguments) {
 }
 
 std::string replace_all(std::string const& text, std::string const& from, std::string const& to) {
-    std::size_t match = from.empty() ? std::string::npos : text.find(from);
-    if (match == std::string::npos) return text;
-    std::string result;
-    result.reserve(text.size());
-    std::size_t done = 0;
-    for (; match != std::string::npos; match = text.find(from, done)) {
-        result.append(text, done, match - done).append(to);
-        done = match + from.size();
+    std::string result = text;
+    if (from.empty()) return result;
+    std::string_view rest = text;
+    std::size_t size = 0; // of what is written; there is always room for the rest
+    while (rest.size() >= from.size()) {
+        std::size_t const plain = copyUntil(&result[size], rest, from[0]);
+        size += plain;
+        rest.remove_prefix(plain);
+        if (rest.empty()) break;
+        if (rest.substr(0, from.size()) != from) {
+            result[size++] = rest[0];
+            rest.remove_prefix(1);
+            continue;
+        }
+        rest.remove_prefix(from.size());
+        std::size_t const needed = size + to.size() + rest.size();
+        if (needed > result.size()) result.resize(std::max(needed, 2 * result.size()));
+        to.copy(&result[size], to.size());
+        size += to.size();
     }
-    return result.append(text, done);
+    rest.copy(&result[size], rest.size());
+    result.resize(size + rest.size());
+    return result;
 }
 
 std::string no_whitespace(std::string const& text) {
@@ -228,18 +257,23 @@ unsigned int parseDuration(std::string const& text) noexcept {
 }
 
 std::string url_encode(std::string const& text) {
-    std::size_t length = 0;
-    for (char const c : text) length += urlCode(c).length;
-    // Every code is copied with all its three bytes, and the next one overwrites the surplus: two bytes more
-    // for the last.
-    std::string result(length + 2, '\0');
-    char* out = result.data();
-    for (char const c : text) {
-        UrlCode const& code = urlCode(c);
-        std::memcpy(out, code.text.data(), code.text.size());
-        out += code.length;
-    }
-    result.resize(length);
+    // Encoded beside the result, which is thus allocated once, without being filled first.
+    constexpr std::size_t blockSize = 256;
+    std::array<char, 3 * blockSize + 1> block;
+    auto const encoded = [&block](std::string_view piece) {
+        char* out = block.data();
+        for (char const c : piece) {
+            UrlCode const& code = urlCode(c);
+            std::memcpy(out, code.data(), code.size()); // the next code overwrites the surplus
+            out += code.back();
+        }
+        return std::string_view(block.data(), static_cast<std::size_t>(out - block.data()));
+    };
+    if (text.size() <= blockSize) return std::string(encoded(text));
+    std::string result;
+    result.reserve(urlLength(text));
+    for (std::size_t done = 0; done < text.size(); done += blockSize)
+        result += encoded(std::string_view(text).substr(done, blockSize));
     return result;
 }
 
