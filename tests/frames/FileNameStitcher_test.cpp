@@ -9,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <climits>
@@ -34,8 +37,11 @@ FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int 
 
 /// What the library asked the disk since the last reset. (No list of calls: it would allocate.)
 struct {
-    int calls, modes;
+    int calls, modes; ///< for a path, or for a name in an open folder
+    int entriesRead;
 } accesses;
+
+bool foldersCannotBeOpened = false;
 
 struct Reading {
     char const *path, *result;
@@ -56,11 +62,25 @@ std::string parsed(std::string const& folder, std::string const& path) {
 
 } // namespace
 
-/// Replaces the platform's function for the library under test too.
-extern "C" int access(char const* path, int mode) noexcept {
+/// Replace the platform's functions for the library under test too.
+extern "C" int faccessat(int folder, char const* path, int mode, int /*flags*/) noexcept {
     ++accesses.calls;
     accesses.modes |= mode;
-    return faccessat(AT_FDCWD, path, mode, 0);
+    struct stat ignored {};
+    return fstatat(folder, path, &ignored, 0); // knows existence alone
+}
+
+extern "C" int access(char const* path, int mode) noexcept { return faccessat(AT_FDCWD, path, mode, 0); }
+
+extern "C" DIR* opendir(char const* folder) {
+    static auto const platform = reinterpret_cast<DIR* (*)(char const*)>(dlsym(RTLD_NEXT, "opendir"));
+    return foldersCannotBeOpened ? nullptr : platform(folder);
+}
+
+extern "C" dirent* readdir(DIR* stream) {
+    static auto const platform = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
+    ++accesses.entriesRead;
+    return platform(stream);
 }
 
 TEST(FileNameStitcher, StartsWithItsDefaults) {
@@ -168,6 +188,61 @@ TEST(FrameProbe, AsksForExistenceAlone) {
     EXPECT_EQ(accesses.calls, 2);
     static_assert(F_OK == 0);
     EXPECT_EQ(accesses.modes, F_OK) << "permissions do not matter";
+}
+
+TEST(FrameProbe, GivesTheSameAnswersWhetherOrNotTheFolderIsRead) {
+    for (int order = 0; order < 4; ++order) {
+        TempDir folder;
+        auto const name = [order](char const* what, std::string const& frame) {
+            std::string const mark = order == 0 ? "." : order == 3 ? "_" : "";
+            return what + (order == 1 ? ".x." + frame : mark + frame + ".x");
+        };
+        auto const link = [&](std::string const& target, std::string const& file) {
+            std::filesystem::create_symlink(target, folder.path(file));
+        };
+        for (int i = 0; i <= 400; ++i) {
+            std::string const frame = QN_String().format("%04d", i).c_str();
+            if (i == 200)
+                std::filesystem::create_directory(folder.path(name("f", frame)));
+            else if (i == 201)
+                link(name("f", "0001"), name("f", frame));
+            else if (i == 300)
+                link("no such file", name("f", frame));
+            else
+                folder.touch(name("f", frame));
+            if (i != 250) folder.touch(name("g", frame));
+        }
+        // None of these is frame 250.
+        for (char const* const other :
+             {"250", "00250", "+250", " 250", "0xFA", "4294967546", "0250 ", "-250"})
+            folder.touch(name("g", other));
+        for (bool const refused : {false, true}) {
+            foldersCannotBeOpened = refused;
+            auto const last = [&](char const* what, unsigned int known) {
+                return FileNameStitcher::findMaxValue(orderOf(order), folder.path(what).c_str(), "x", 4,
+                                                      known);
+            };
+            accesses = {};
+            EXPECT_EQ(last("f", 0), 299u);
+            EXPECT_EQ(accesses.calls < 150, !refused) << accesses.calls;
+            EXPECT_EQ(accesses.entriesRead > 0, !refused);
+            EXPECT_EQ(last("f", 150), 299u);
+            EXPECT_EQ(last("f", 301), 400u);
+            EXPECT_EQ(last("g", 0), 249u);
+            EXPECT_EQ(last("g", 251), 400u);
+        }
+        foldersCannotBeOpened = false;
+    }
+}
+
+TEST(FrameProbe, ReadsNoMoreThanItsQuestionsCost) {
+    TempDir folder;
+    for (int i = 0; i < 1500; ++i) folder.touch("other" + std::to_string(i));
+    for (int frame = 100; frame < 500; ++frame) folder.touch(QN_String().format("f%d.x", frame).c_str());
+    accesses = {};
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), folder.path("f").c_str(), "x", 3, 100), 499u);
+    EXPECT_LE(accesses.calls, 410);
+    EXPECT_LE(accesses.entriesRead, 3 * 400) << "three entries cost no more than one question";
 }
 
 TEST(FrameExtensionFromPath, FindsSequences) {
@@ -340,11 +415,13 @@ TEST(FileNameStitcher, PassesMemoryExhaustionOn) {
 TEST(FrameProbe, AllocatesNothing) {
     TempDir folder;
     for (int frame = 10; frame < 60; ++frame) folder.touch("f" + std::to_string(frame) + ".x");
+    for (int frame = 100; frame < 400; ++frame) folder.touch("f" + std::to_string(frame) + ".x");
     QN_String const name(folder.path("f").c_str());
     QN_String const ext("x");
     AllocationCounter count;
     EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), name, ext, 3, 10), 9u);
     EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), name, ext, 2, 10), 59u);
     EXPECT_EQ(FileNameStitcher::findMinValue(orderOf(2), name, ext, 2, 40), 10u);
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(2), name, ext, 3, 100), 399u);
     EXPECT_EQ(count.made(), 0);
 }

@@ -1,10 +1,9 @@
 #include <MRCommon/frames/FileNameStitcher.h>
 
 #include <MRCommon/frames/detail/FrameName.h>
+#include <MRCommon/frames/detail/FrameProbe.h>
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <qn_fileio/qn_fileio.h>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -17,6 +16,7 @@ using quarn::QN_String;
 using quarn::detail::FrameField;
 using quarn::detail::FrameLayout;
 using quarn::detail::FrameNameParts;
+using quarn::detail::FrameProbe;
 using quarn::detail::layoutOf;
 using quarn::detail::ParsedFramePath;
 using quarn::detail::parseFramePath;
@@ -31,32 +31,6 @@ QN_String toQnString(std::string_view text) { return {std::string(text).c_str()}
 /// Returns the text up to its first NUL, as printf prints it.
 std::string_view printedView(std::string const& text) { return text.c_str(); }
 
-/// Asks whether a frame's file exists, readable or not. Paths are built in a fixed buffer; a path that does
-/// not fit counts as missing, since a truncated path would name another file.
-class FrameProbe {
-public:
-    FrameProbe(FrameExtensionOrder order, std::string_view name, std::string_view ext, unsigned int padding)
-        : layout_(layoutOf(order)), name_(name), ext_(ext), padding_(padding) {}
-
-    bool operator()(unsigned int frame) const {
-        if (layout_ == nullptr) return false;
-        PrintedFrame const printed(static_cast<int>(frame), padding_);
-        FrameNameParts const parts{"", name_, printed.field(), ext_};
-        std::array<char, 1024> path;
-        std::size_t const size = parts.sizeIn(*layout_);
-        if (size >= path.size()) return false;
-        parts.writeTo(path.data(), *layout_);
-        path[size] = '\0';
-        return access(path.data(), F_OK) == 0;
-    }
-
-private:
-    FrameLayout const* layout_;
-    std::string_view name_;
-    std::string_view ext_;
-    unsigned int padding_;
-};
-
 struct FrameRange {
     unsigned int first, last;
 };
@@ -65,7 +39,8 @@ struct FrameRange {
 /// name become part of it, and the range is 0 to 0.
 FrameRange findRange(ParsedFramePath& path) {
     if (path.digits.empty()) return {0, 0};
-    FrameProbe const exists(path.order, path.name, path.ext, path.padding());
+    FrameProbe probe(path.order, path.name, path.ext, path.padding());
+    auto const exists = [&probe](unsigned int frame) { return probe.exists(frame); };
     unsigned int const known = path.frame();
     FrameRange const range{quarn::detail::firstFrame(known, exists),
                            quarn::detail::lastFrame(known, path.padding(), exists)};
@@ -186,10 +161,12 @@ bool FileNameStitcher::frameExtensionFromPath(QN_String const& path, FrameExtens
 
 unsigned int FileNameStitcher::findMinValue(FrameExtensionOrder order, QN_String const& name,
                                             QN_String const& ext, unsigned int padding, unsigned int known) {
-    return quarn::detail::firstFrame(known, FrameProbe(order, name.view(), ext.view(), padding));
+    FrameProbe probe(order, name.view(), ext.view(), padding);
+    return quarn::detail::firstFrame(known, [&](unsigned int frame) { return probe.exists(frame); });
 }
 
 unsigned int FileNameStitcher::findMaxValue(FrameExtensionOrder order, QN_String const& name,
                                             QN_String const& ext, unsigned int padding, unsigned int known) {
-    return quarn::detail::lastFrame(known, padding, FrameProbe(order, name.view(), ext.view(), padding));
+    FrameProbe probe(order, name.view(), ext.view(), padding);
+    return quarn::detail::lastFrame(known, padding, [&](unsigned int frame) { return probe.exists(frame); });
 }

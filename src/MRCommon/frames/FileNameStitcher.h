@@ -86,10 +86,11 @@ public:
                                                    quarn::QN_String const& ext, unsigned int padding,
                                                    unsigned int known);
 
-    /// Returns the last frame on disk before the first gap above `known`, with one look for each frame on the
-    /// way. Returns known - 1 if `known` fits the padding but is missing. Intentional: returns `known` if all
-    /// frames up to the largest that fits the padding exist, and, without a look, if `known` does not fit
-    /// itself. Tested by LastFrame.IsTheOneBeforeTheFirstGap.
+    /// Returns the last frame on disk before the first gap above `known`. Looks for each frame on the way; if
+    /// hundreds seem to follow, it reads the folder as well, as far as that may save time. Returns known - 1 if
+    /// `known` fits the padding but is missing. Intentional: returns `known` if all frames up to the largest
+    /// that fits the padding exist, and, without a look, if `known` does not fit itself. Tested by
+    /// LastFrame.IsTheOneBeforeTheFirstGap.
     [[nodiscard]] static unsigned int findMaxValue(FrameExtensionOrder order, quarn::QN_String const& name,
                                                    quarn::QN_String const& ext, unsigned int padding,
                                                    unsigned int known);
