@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -37,12 +38,15 @@ static std::string shown(ByteId const& id) { return id.toString().c_str(); }
 
 } // namespace quarn
 
+#ifdef BENCH_QT
+/// Qt's identifiers are numbers in memory; this gives their bytes.
+static std::string shown(QUuid const& id) { return id.toByteArray(QUuid::Id128).toStdString(); }
+#endif
+
 namespace {
 
 constexpr char const* uuidText = "00112233-4455-6677-8899-AABBCCDDEEFF";
 constexpr char const* hexText = "00112233445566778899AABBCCDDEEFF";
-constexpr std::size_t MANY = 100000;
-
 ByteId fromBytes(void const* bytes) {
     ByteId id;
     std::memcpy(id.array().data(), bytes, ByteId::BYTE_LENGTH);
@@ -50,9 +54,9 @@ ByteId fromBytes(void const* bytes) {
 }
 
 /// Random identifiers. The first byte is one of 16, so that comparisons often have to read on.
-template <class Id> std::vector<Id> manyIdentifiers() {
+template <class Id> std::vector<Id> identifiers(std::size_t count) {
     std::mt19937 source(7);
-    std::vector<Id> ids(MANY);
+    std::vector<Id> ids(count);
     for (Id& id : ids) {
         unsigned char bytes[ByteId::BYTE_LENGTH];
         for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(source());
@@ -79,7 +83,7 @@ void parse() {
     });
 #endif
 #ifdef BENCH_QT
-    c.against("Qt", [] { return fromBytes(QUuid(qtText).toRfc4122().constData()); });
+    c.against("Qt", [] { return QUuid(qtText); });
 #endif
     static QN_String const digits(hexText);
     Comparison plain("parse_plain", [] { return ByteId(digits); });
@@ -135,17 +139,20 @@ template <class Id> unsigned long digest(std::vector<Id> const& ids) {
     return sum;
 }
 
-template <class Id> auto sorting() {
-    return [ids = manyIdentifiers<Id>()] {
-        std::vector<Id> sorted = ids;
+template <class Id> auto sorting(std::size_t count) {
+    auto const ids = std::make_shared<std::vector<Id> const>(identifiers<Id>(count));
+    return [ids] {
+        std::vector<Id> sorted = *ids;
         std::sort(sorted.begin(), sorted.end());
         return digest(sorted);
     };
 }
 
 /// Counts the identifiers that are below the one before them: one comparison each, in an order that cannot be foreseen.
-template <class Id> auto comparing() {
-    return [ids = manyIdentifiers<Id>()] {
+template <class Id> auto comparing(std::size_t count) {
+    auto const shared = std::make_shared<std::vector<Id> const>(identifiers<Id>(count));
+    return [shared] {
+        std::vector<Id> const& ids = *shared;
         unsigned long descents = 0;
         for (std::size_t i = 1; i < ids.size(); ++i) descents += ids[i] < ids[i - 1];
         return descents;
@@ -160,26 +167,36 @@ struct LibUuid {
 #endif
 
 // Qt's identifiers are left out here: they are not ordered by their bytes.
-void order() {
-    Comparison sort("sort", sorting<ByteId>(), MANY);
-    Comparison compare("compare", comparing<ByteId>(), MANY);
+void order(std::size_t count) {
+    Comparison sort("sort_" + std::to_string(count), sorting<ByteId>(count), count);
+    Comparison compare("compare_" + std::to_string(count), comparing<ByteId>(count), count);
 #ifdef BENCH_BOOST
-    sort.against("Boost", sorting<boost::uuids::uuid>());
-    compare.against("Boost", comparing<boost::uuids::uuid>());
+    sort.against("Boost", sorting<boost::uuids::uuid>(count));
+    compare.against("Boost", comparing<boost::uuids::uuid>(count));
 #endif
 #ifdef BENCH_UUID
-    sort.against("libuuid", sorting<LibUuid>());
-    compare.against("libuuid", comparing<LibUuid>());
+    sort.against("libuuid", sorting<LibUuid>(count));
+    compare.against("libuuid", comparing<LibUuid>(count));
 #endif
 }
 
-/// Counts to 64, with every number in memory.
+#ifdef BENCH_BOOST
+/// An identifier of 16 bytes whose last eight are a number.
+struct BoostNumbered {
+    unsigned char bytes[8];
+    boost::endian::big_uint64_t index;
+};
+static_assert(sizeof(BoostNumbered) == sizeof(ByteId));
+#endif
+
+/// Counts to 64, with every number in memory. A number's top bit is lost before it is counted on.
 void increment() {
     constexpr int COUNT = 64;
     auto const ours = [] {
         ByteId id;
         for (int i = 0; i < COUNT; ++i) {
-            benchmark::DoNotOptimize(id);
+            benchmark::DoNotOptimize(&id);
+            benchmark::ClobberMemory();
             id.incIdFromLast8BytesAsIdx64();
         }
         return static_cast<unsigned long>(id.last8BytesToUint64());
@@ -187,12 +204,13 @@ void increment() {
     Comparison c("increment", ours, COUNT);
 #ifdef BENCH_BOOST
     c.against("Boost_Endian", [] {
-        boost::endian::big_uint64_t index(0);
+        BoostNumbered id{};
         for (int i = 0; i < COUNT; ++i) {
-            benchmark::DoNotOptimize(index);
-            ++index;
+            benchmark::DoNotOptimize(&id);
+            benchmark::ClobberMemory();
+            id.index = (id.index & 0x7FFFFFFFFFFFFFFF) + 1;
         }
-        return static_cast<unsigned long>(index);
+        return static_cast<unsigned long>(id.index);
     });
 #endif
 }
@@ -202,7 +220,7 @@ void increment() {
 int main(int argc, char** argv) {
     parse();
     print();
-    order();
+    for (std::size_t count = 1000; count <= 100000; count *= 10) order(count);
     increment();
     return Report::run("identifiers", argc, argv);
 }

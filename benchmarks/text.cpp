@@ -43,9 +43,6 @@ std::string tokens(std::size_t count, std::string const& delimiter) {
     return text;
 }
 
-constexpr std::size_t MANY = 100000;
-std::string const commaText = tokens(MANY, ",");
-std::string const colonText = tokens(MANY, "::");
 std::string const name = "fluid";
 std::string const ext = "bin";
 
@@ -84,8 +81,9 @@ void formatLong() {
 #endif
 }
 
-void replaceAll(char const* row, std::string const& given) {
-    Comparison c(row, [given] { return StringTools::replace_all(given, "::", "; "); });
+void replaceAll(std::string const& row, std::string const& given, std::size_t count) {
+    auto const ours = [given] { return StringTools::replace_all(given, "::", "; "); };
+    Comparison c(row, ours, count);
 #ifdef BENCH_ABSEIL
     c.against("Abseil", [given] { return absl::StrReplaceAll(given, {{"::", "; "}}); });
 #endif
@@ -125,18 +123,19 @@ void urlEncode() {
 #endif
 }
 
-void tokenize() {
-    auto const ours = [] { return StringTools::tokenize(commaText, ",;", 0, false); };
-    Comparison c("tokenize", ours, MANY);
+void tokenize(std::string const& row, std::size_t count) {
+    std::string const text = tokens(count, ",");
+    auto const ours = [text] { return StringTools::tokenize(text, ",;", 0, false); };
+    Comparison c(row, ours, count);
 #ifdef BENCH_ABSEIL
-    c.against("Abseil", [] {
-        return std::vector<std::string>(absl::StrSplit(commaText, absl::ByAnyChar(",;"), absl::SkipEmpty()));
+    c.against("Abseil", [text] {
+        return std::vector<std::string>(absl::StrSplit(text, absl::ByAnyChar(",;"), absl::SkipEmpty()));
     });
 #endif
 #ifdef BENCH_BOOST
-    c.against("Boost", [] {
+    c.against("Boost", [text] {
         std::vector<std::string> parts;
-        boost::split(parts, commaText, boost::is_any_of(",;"), boost::token_compress_on);
+        boost::split(parts, text, boost::is_any_of(",;"), boost::token_compress_on);
         return parts;
     });
 #endif
@@ -147,8 +146,7 @@ unsigned long weigh(unsigned long sum, std::string const& token) {
     return sum * 31 + token.size() + token.size();
 }
 
-/// The time of one token should not depend on their number.
-void tokenizer(char const* row, std::size_t count) {
+void tokenizer(std::string const& row, std::size_t count) {
     std::string const text = tokens(count, "::");
     auto const ours = [text] {
         unsigned long sum = 0;
@@ -228,12 +226,15 @@ void rangeSearch() {
 int main(int argc, char** argv) {
     format();
     formatLong();
-    replaceAll("replace_all_short", "a::b::c::d");
-    replaceAll("replace_all_long", colonText);
+    replaceAll("replace_all_short", "a::b::c::d", 1);
     urlEncode();
-    tokenize();
-    tokenizer("tokenizer_1000", 1000);
-    tokenizer("tokenizer_100000", MANY);
+    for (std::size_t const count :
+         {1000, 10000, 100000}) { // the time of one token should not depend on their number
+        std::string const size = std::to_string(count);
+        replaceAll("replace_all_" + size, tokens(count, "::"), count);
+        tokenize("tokenize_" + size, count);
+        tokenizer("tokenizer_" + size, count);
+    }
     buildName();
     rangeSearch();
     return Report::run("text", argc, argv);
