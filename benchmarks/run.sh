@@ -30,13 +30,17 @@ for program in "$build"/benchmarks/bench_*; do
     echo
 done
 {
-    echo '['
+    compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")
+    printf '{"date": "%s",\n' "$(date +%F)"
+    printf ' "processor": "%s",\n' "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)"
+    printf ' "compiler": "%s",\n' "$("$compiler" --version | head -n 1)"
+    printf ' "themes": [\n'
     separator=
     for part in "$parts"/*.json; do
         printf '%s' "$separator"
         cat "$part"
         separator=,
     done
-    echo ']'
+    echo ']}'
 } > "$json"
 echo "written to $json"

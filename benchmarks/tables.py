@@ -1,0 +1,83 @@
+#!/usr/bin/env python3
+"""Writes the figures of benchmarks/run.sh into the tables of a page.
+
+Usage: tables.py FIGURES.json PAGE.md
+
+Everything between a line "<!-- figures: THEME -->" and the next "<!-- end -->" is replaced: by the table of the theme, or by the
+date, the processor and the compiler if THEME is "machine".
+"""
+import json
+import re
+import sys
+
+# The highest ratio of our time to that of the fastest peer that a row should have.
+GOALS = {
+    "rotations": {
+        "product/double": 1.25, "product/float": 1.25, "inverse/double": 0.9, "inverse/float": 1.4, "slerp/double": 1.1,
+        "squad/double": 1.05, "to-matrix/double": 1.05, "to-matrix/float": 1.15, "from-matrix/double": 1.0,
+        "from-matrix/float": 1.0, "vector/double": 1.25, "vector/float": 1.25, "from-axis-angle/double": 1.05,
+        "to-axis-angle/double": 1.05,
+    },
+    "identifiers": {
+        "parse": 0.2, "print": 0.75, "sort_100000": 0.85, "compare_100000": 1.5, "increment": 1.05,
+    },
+    "text": {
+        "format": 1.75, "format_10kB": 15, "tokenize_100000": 0.65, "replace_all_short": 0.9, "replace_all_100000": 0.6,
+        "url_encode": 0.15, "tokenizer_1000": 0.9, "tokenizer_100000": 0.9, "frame_name": 1.0,
+    },
+    "frames": {
+        "range_middle_10000": 0.6, "range_end_10000": 0.01, "scan_folder_10000": 0.3,
+    },
+}
+
+
+def in_order(row):
+    """Sorts numbers in a row's name by their value."""
+    return [(int(part), "") if part.isdigit() else (-1, part) for part in re.split(r"(\d+)", row["row"])]
+
+
+def time_of(nanoseconds):
+    for unit, size in (("ms", 1e6), ("µs", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def ratio_of(ratio):
+    return f"{ratio:.1f}" if ratio >= 10 else f"{ratio:.2f}" if ratio >= 0.01 else f"{ratio:.4f}"
+
+
+def table(theme):
+    lines = ["| Row | Ours | Fastest peer | Ratio | Goal | Ratio to each |", "|---|---|---|---|---|---|"]
+    for row in sorted(theme["rows"], key=in_order):
+        times = row["nanoseconds"]
+        each = ", ".join(f"{who} {ratio_of(times['ours'] / time)}" for who, time in times.items() if who != "ours")
+        goal = GOALS.get(theme["theme"], {}).get(row["row"], "")
+        ratio = ratio_of(row["ratio"]) if "ratio" in row else ""
+        lines.append(f"| `{row['row']}` | {time_of(times['ours'])} | {row.get('fastest', '')} | {ratio} | {goal} | {each} |")
+    return "\n".join(lines)
+
+
+def main():
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    with open(sys.argv[1], encoding="utf-8") as file:
+        figures = json.load(file)
+    contents = {theme["theme"]: table(theme) for theme in figures["themes"]}
+    contents["machine"] = f"Measured on {figures['date']}: {figures['processor']}, {figures['compiler']}."
+    with open(sys.argv[2], encoding="utf-8") as file:
+        page = file.read()
+
+    def fill(match):
+        theme = match.group(1)
+        if theme not in contents:
+            sys.exit(f"tables.py: {sys.argv[1]} has no figures of {theme}")
+        return f"<!-- figures: {theme} -->\n{contents[theme]}\n<!-- end -->"
+
+    page = re.sub(r"<!-- figures: (\w+) -->\n.*?<!-- end -->", fill, page, flags=re.DOTALL)
+    with open(sys.argv[2], "w", encoding="utf-8") as file:
+        file.write(page)
+
+
+if __name__ == "__main__":
+    main()
