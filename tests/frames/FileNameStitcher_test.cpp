@@ -235,6 +235,12 @@ TEST(FrameProbe, GivesTheSameAnswersWhetherOrNotTheFolderIsRead) {
     }
 }
 
+TEST(FrameProbe, FindsFramesThatAreFolders) {
+    TempDir folder;
+    for (int frame = 0; frame < 80; ++frame) folder.touch(QN_String().format("d.%02d.x/file", frame).c_str());
+    EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(0), folder.path("d").c_str(), "x/file", 2, 0), 79u);
+}
+
 TEST(FrameProbe, ReadsNoMoreThanItsQuestionsCost) {
     TempDir folder;
     for (int i = 0; i < 1500; ++i) folder.touch("other" + std::to_string(i));
