@@ -4,6 +4,10 @@
 //     if (!out.finish()) ...            // asked once, after the last write and before the FILE is closed
 // The FILE belongs to the caller, who opens, positions and closes it. It is the first data member, and the virtual
 // operations keep their order: code compiled elsewhere relies on both.
+//
+// A stream is not thread-safe, and neither is its FILE while the stream transfers bytes: `read` and `write` do not lock
+// it. Whoever shares a FILE between threads holds flockfile() for as long as a record takes, which it needs in any case
+// to keep the fields of a record together.
 #ifndef MRCOMMON_STREAMS_FILESTREAM_H
 #define MRCOMMON_STREAMS_FILESTREAM_H
 
