@@ -1,10 +1,11 @@
 #include <qn_basic/QN_MetaClassBase.h>
 
 #include <algorithm>
-#include <array>
+#include <atomic>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <string_view>
 #include <vector>
 
 namespace quarn {
@@ -13,13 +14,52 @@ namespace {
 
 using MetaClass = QN_MetaClassBase const*;
 
-unsigned long long fnv1a(QN_String const& text) {
+unsigned long long fnv1a(std::string_view text) {
     unsigned long long hash = 14695981039346656037ull;
-    for (char const c : text.view()) {
+    for (char const c : text) {
         hash ^= static_cast<unsigned char>(c);
         hash *= 1099511628211ull;
     }
     return hash;
+}
+
+/// Whether one class descends from another, for pairs of positions in the registry, as far as it was found out:
+/// throwing takes microseconds, and the same questions recur. All threads share the answers, which never change.
+class KnownAnswers {
+public:
+    enum Answer : unsigned char { Unknown, No, Yes };
+
+    std::atomic<Answer>& operator()(std::size_t descendant, std::size_t ancestor) {
+        return answers_[descendant * width_ + ancestor];
+    }
+
+    /// Makes room for a class at this position.
+    void add(std::size_t position) {
+        if (position < width_) return;
+        width_ = std::max<std::size_t>(32, 2 * width_);
+        answers_.reset(new std::atomic<Answer>[width_ * width_]());
+    }
+
+    /// Forgets what is known of the last class.
+    void removeLast(std::size_t position) {
+        for (std::size_t other = 0; other <= position; ++other)
+            (*this)(position, other) = (*this)(other, position) = Unknown;
+    }
+
+    void clear() { std::fill_n(answers_.get(), width_ * width_, Unknown); }
+
+private:
+    std::size_t width_ = 0;
+    std::unique_ptr<std::atomic<Answer>[]> answers_;
+};
+
+KnownAnswers::Answer ask(QN_MetaClassBase const& descendant, QN_MetaClassBase const& ancestor) {
+    if (&descendant == &metaClass_QN_Class) return KnownAnswers::No;
+    if (&ancestor == &metaClass_QN_Class) return KnownAnswers::Yes;
+    auto const throwNull = descendant.upcastProbe().throwNull;
+    auto const catches = ancestor.upcastProbe().catches;
+    if (throwNull == nullptr || catches == nullptr) return KnownAnswers::Unknown;
+    return catches(throwNull) ? KnownAnswers::Yes : KnownAnswers::No;
 }
 
 /// The registered classes, oldest first. The keys of a search are stored with them, so that it walks through one
@@ -27,106 +67,74 @@ unsigned long long fnv1a(QN_String const& text) {
 class Registry {
 public:
     unsigned long long add(MetaClass metaClass) {
-        unsigned long long const nameHash = fnv1a(metaClass->className());
-        unsigned long long id = nameHash;
+        std::string_view const name = metaClass->className().view();
+        unsigned long long id = fnv1a(name);
         while (find(id) != nullptr) ++id;
-        entries_.push_back({id, nameHash, metaClass});
-        ++changes_;
+        answers_.add(entries_.size());
+        entries_.push_back({id, name, metaClass});
         return id;
     }
 
     void remove(MetaClass metaClass) {
-        entries_.erase(std::remove_if(entries_.begin(), entries_.end(),
-                                      [&](Entry const& entry) { return entry.metaClass == metaClass; }),
-                       entries_.end());
-        ++changes_;
+        std::size_t const position = positionOf(metaClass);
+        bool const isLast = position + 1 == entries_.size();
+        isLast ? answers_.removeLast(position) : answers_.clear(); // the classes after it move up
+        entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
     }
 
-    /// Counts registrations and removals, each of which may change an answer.
-    unsigned long long changes() const { return changes_; }
+    std::size_t size() const { return entries_.size(); }
+    MetaClass operator[](std::size_t position) const { return entries_[position].metaClass; }
+
+    std::size_t positionOf(MetaClass metaClass) const {
+        return positionIf([&](Entry const& entry) { return entry.metaClass == metaClass; });
+    }
 
     MetaClass find(unsigned long long id) const {
-        for (Entry const& entry : entries_)
-            if (entry.id == id) return entry.metaClass;
-        return nullptr;
+        return at(positionIf([&](Entry const& entry) { return entry.id == id; }));
     }
 
     /// Returns the oldest class of this name for which `fits` is true, or null.
-    template <class Fits> MetaClass find(QN_String const& name, Fits const& fits) const {
-        unsigned long long const nameHash = fnv1a(name);
-        for (Entry const& entry : entries_)
-            if (entry.nameHash == nameHash && entry.metaClass->className() == name && fits(entry.metaClass))
-                return entry.metaClass;
-        return nullptr;
+    template <class Fits> MetaClass find(std::string_view name, Fits const& fits) const {
+        return at(
+            positionIf([&](Entry const& entry) { return entry.name == name && fits(entry.metaClass); }));
     }
 
-    template <class Visitor> void forEach(Visitor const& visit) const {
-        for (Entry const& entry : entries_) visit(entry.metaClass);
+    /// Returns whether a class descends from another one, each given by its position.
+    bool descends(std::size_t descendant, std::size_t ancestor) {
+        std::atomic<Answer>& known = answers_(descendant, ancestor);
+        Answer answer = known.load(std::memory_order_relaxed);
+        if (answer == KnownAnswers::Unknown) {
+            answer = ask(*entries_[descendant].metaClass, *entries_[ancestor].metaClass);
+            known.store(answer, std::memory_order_relaxed);
+        }
+        return answer == KnownAnswers::Yes;
     }
 
 private:
+    using Answer = KnownAnswers::Answer;
     struct Entry {
         unsigned long long id;
-        unsigned long long nameHash; // equals the id unless that was taken
+        std::string_view name; // of the class, whose name does not change
         MetaClass metaClass;
     };
+
+    template <class Fits> std::size_t positionIf(Fits const& fits) const {
+        return static_cast<std::size_t>(std::find_if(entries_.begin(), entries_.end(), fits) -
+                                        entries_.begin());
+    }
+
+    MetaClass at(std::size_t position) const {
+        return position < entries_.size() ? entries_[position].metaClass : nullptr;
+    }
+
     std::vector<Entry> entries_;
-    unsigned long long changes_ = 0;
+    KnownAnswers answers_;
 };
 
 /// Created by the first class that registers, hence destroyed after the last.
 Registry& registry() {
     static Registry classes;
     return classes;
-}
-
-/// The latest answers of one thread about ancestors: throwing takes microseconds, and the same questions recur. It
-/// is small, since every thread has one: 16 sets of four, in which the newest answer replaces the oldest.
-class AnswerCache {
-public:
-    /// Returns whether `descendant` descends from `ancestor`, as remembered or else as `ask` returns, which is
-    /// remembered until a class is registered or removed.
-    template <class Ask> bool answer(MetaClass descendant, MetaClass ancestor, Ask const& ask) {
-        if (registryChanges_ != registry().changes()) *this = AnswerCache(registry().changes());
-        Set& set = sets_[setOf(descendant, ancestor)];
-        for (Answer const& known : set)
-            if (known.descendant == descendant && known.ancestor == ancestor) return known.yes;
-        Answer const found{descendant, ancestor, ask()};
-        std::copy_backward(set.begin(), set.end() - 1, set.end());
-        set.front() = found;
-        return found.yes;
-    }
-
-    static AnswerCache& ofThisThread() {
-        thread_local AnswerCache cache(0);
-        return cache;
-    }
-
-private:
-    struct Answer {
-        MetaClass descendant, ancestor;
-        bool yes;
-    };
-    using Set = std::array<Answer, 4>;
-
-    constexpr explicit AnswerCache(unsigned long long registryChanges) : registryChanges_(registryChanges) {}
-
-    /// Spreads neighbours in memory, such as the library's own classes, over all sets.
-    static std::size_t setOf(MetaClass descendant, MetaClass ancestor) {
-        return (lineOf(descendant) + 5 * lineOf(ancestor)) % setCount;
-    }
-    static std::uintptr_t lineOf(MetaClass metaClass) {
-        return reinterpret_cast<std::uintptr_t>(metaClass) / 64;
-    }
-
-    static constexpr std::size_t setCount = 16;
-    unsigned long long registryChanges_; // when the answers were found
-    std::array<Set, setCount> sets_{};
-};
-
-bool catches(QN_MetaClassBase::UpcastProbe const& ancestor, QN_MetaClassBase::UpcastProbe const& descendant) {
-    return ancestor.catches != nullptr && descendant.throwNull != nullptr &&
-           ancestor.catches(descendant.throwNull);
 }
 
 } // namespace
@@ -146,14 +154,15 @@ bool QN_MetaClassBase::hasAncestor(unsigned long long const& id) const {
 
 bool QN_MetaClassBase::hasAncestor(QN_String const& name) const {
     auto const isAncestor = [this](MetaClass other) { return descendsFrom(other); };
-    return name == name_ || registry().find(name, isAncestor) != nullptr;
+    return name == name_ || registry().find(name.view(), isAncestor) != nullptr;
 }
 
 unsigned int QN_MetaClassBase::getGenealogyTreeSchema() const {
+    Registry& classes = registry();
+    std::size_t const self = classes.positionOf(this);
     unsigned int sum = 0;
-    registry().forEach([&](MetaClass other) {
-        if (other == this || descendsFrom(other)) sum += other->classSchema();
-    });
+    for (std::size_t other = 0; other < classes.size(); ++other)
+        if (other == self || classes.descends(self, other)) sum += classes[other]->classSchema();
     return sum;
 }
 
@@ -170,22 +179,21 @@ void QN_MetaClassBase::printf() const {
 }
 
 QN_MetaClassBase const* QN_MetaClassBase::find(QN_String const& name) {
-    return registry().find(name, [](MetaClass) { return true; });
+    return registry().find(name.view(), [](MetaClass) { return true; });
 }
 
 QN_MetaClassBase const* QN_MetaClassBase::find(unsigned long long id) { return registry().find(id); }
 
 Array<QN_MetaClassBase const*> QN_MetaClassBase::registered() {
     Array<QN_MetaClassBase const*> classes;
-    registry().forEach([&](MetaClass metaClass) { classes.push_back(metaClass); });
+    for (std::size_t i = 0; i < registry().size(); ++i) classes.push_back(registry()[i]);
     return classes;
 }
 
 bool QN_MetaClassBase::descendsFrom(QN_MetaClassBase const* ancestor) const {
-    if (ancestor == nullptr || this == &metaClass_QN_Class) return false;
-    if (ancestor == &metaClass_QN_Class) return true;
-    return AnswerCache::ofThisThread().answer(
-        this, ancestor, [&] { return catches(ancestor->upcastProbe(), upcastProbe()); });
+    if (ancestor == nullptr) return false;
+    Registry& classes = registry();
+    return classes.descends(classes.positionOf(this), classes.positionOf(ancestor));
 }
 
 } // namespace quarn
