@@ -22,11 +22,13 @@ bool isKnown(unsigned int tag) { return tag >= 1 && tag <= detail::variantTag<Tu
 
 ItemVariant* ItemVariant::ItemVariant_Invalid = new ItemVariant();
 
-ItemVariant::ItemVariant(QN_String const& value) : ItemVariant(own(value)) {}
+ItemVariant::ItemVariant(QN_String const& value) : ItemVariant(detail::Kind<QN_String>(), value) {}
 
-ItemVariant::ItemVariant(Array<QN_String> const& value) : ItemVariant(own(value)) {}
+ItemVariant::ItemVariant(Array<QN_String> const& value)
+    : ItemVariant(detail::Kind<Array<QN_String>>(), value) {}
 
-ItemVariant::ItemVariant(Tuple2<QN_String, int> const& value) : ItemVariant(own(value)) {}
+ItemVariant::ItemVariant(Tuple2<QN_String, int> const& value)
+    : ItemVariant(detail::Kind<Tuple2<QN_String, int>>(), value) {}
 
 ItemVariant::ItemVariant(ItemVariant const& other) : tag_(other.tag_) {
     visitValue(other.tag_, other.value_,

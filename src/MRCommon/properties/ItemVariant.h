@@ -33,18 +33,22 @@ public:
     MRCOMMON_HIDDEN ItemVariant() = default; ///< tag 0, no value
     ///@{
     /// Holds a copy, under the tag of its type; a long is stored as a long long, a C string as a QN_String.
-    MRCOMMON_HIDDEN explicit ItemVariant(int value) : ItemVariant(own(value)) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(int value) : ItemVariant(detail::Kind<int>(), value) {}
     MRCOMMON_HIDDEN explicit ItemVariant(long value) : ItemVariant(static_cast<long long>(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(long long value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(float value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(double value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(bool value) : ItemVariant(own(value)) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(long long value) : ItemVariant(detail::Kind<long long>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(float value) : ItemVariant(detail::Kind<float>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(double value) : ItemVariant(detail::Kind<double>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(bool value) : ItemVariant(detail::Kind<bool>(), value) {}
     MRCOMMON_HIDDEN explicit ItemVariant(char const* text) : ItemVariant(QN_String(text)) {}
     explicit ItemVariant(QN_String const& value);
-    MRCOMMON_HIDDEN explicit ItemVariant(Vector3<float> const& value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(Vector3<double> const& value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(Color4<float> const& value) : ItemVariant(own(value)) {}
-    MRCOMMON_HIDDEN explicit ItemVariant(Color4<double> const& value) : ItemVariant(own(value)) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(Vector3<float> const& value)
+        : ItemVariant(detail::Kind<Vector3<float>>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(Vector3<double> const& value)
+        : ItemVariant(detail::Kind<Vector3<double>>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(Color4<float> const& value)
+        : ItemVariant(detail::Kind<Color4<float>>(), value) {}
+    MRCOMMON_HIDDEN explicit ItemVariant(Color4<double> const& value)
+        : ItemVariant(detail::Kind<Color4<double>>(), value) {}
     explicit ItemVariant(Array<QN_String> const& value);
     explicit ItemVariant(Tuple2<QN_String, int> const& value);
     ///@}
@@ -98,9 +102,8 @@ public:
     static ItemVariant* ItemVariant_Invalid;
 
 private:
-    template <class T> MRCOMMON_HIDDEN static ItemVariant own(T const& value) {
-        return {detail::Kind<T>(), new T(value)};
-    }
+    template <class T>
+    MRCOMMON_HIDDEN ItemVariant(detail::Kind<T> kind, T const& value) : ItemVariant(kind, new T(value)) {}
     template <class T>
     MRCOMMON_HIDDEN ItemVariant(detail::Kind<T>, T* value) noexcept
         : tag_(detail::variantTag<T>), value_(value) {}
