@@ -88,17 +88,6 @@ std::size_t save(std::string const& path) {
     return scene().size();
 }
 
-/// Reads each record into the scene's property, after `check(property, stream)`.
-template <class Check> std::size_t readAgain(std::string const& path, Check const& check) {
-    BenchFile in(path, "rb");
-    for (std::size_t i = 0; i < scene().size(); ++i) {
-        check(*scene().property(i), in.stream);
-        scene().property(i)->readFrom(in.stream);
-    }
-    require(!in.stream.failed());
-    return scene().size();
-}
-
 std::size_t loadRaw(std::string const& path) {
     BenchFile in(path, "rb");
     PropertyList list;
@@ -117,8 +106,6 @@ std::size_t load(std::string const& path) {
     require(loadProperties(path, list).ok());
     return list.size();
 }
-
-void checkGood(Ppty const& ppty, FileStreamRaw& stream) { require(checkRecord(ppty, stream).good()); }
 
 // ---------------------------------------------------------------------------
 // The rows with peers
@@ -264,6 +251,21 @@ void requireAllocations() {
     }
 }
 
+/// Reads the records of the ten kinds, each after `check(property, stream)`.
+template <class Check> std::size_t readAgain(std::string const& path, Check const& check) {
+    static LibraryItems<peers::Ours> const items = otherItems<peers::Ours>();
+    BenchFile in(path, "rb");
+    for (auto const& item : items) {
+        check(*item, in.stream);
+        item->readFrom(in.stream);
+    }
+    require(!in.stream.failed());
+    return items.size();
+}
+
+void checkGood(Ppty const& ppty, FileStreamRaw& stream) { require(checkRecord(ppty, stream).good()); }
+void checkNothing(Ppty const&, FileStreamRaw&) {}
+
 void addPeerRows() {
     addAllRows<peers::Ours>();
 #ifdef BENCH_OPENVDB
@@ -297,8 +299,13 @@ int main(int argc, char** argv) {
     Comparison(
         "load_properties", [&] { return load(described.path); }, count)
         .against("raw_records", [&] { return loadRaw(raw.path); });
+    BenchPath const ten("mrcommon-bench.ten");
+    {
+        peers::Ours::FileOut out(ten.path);
+        for (auto const& item : peers::makeItems<peers::Ours>(count)) peers::Ours::write(item, out);
+    }
     Comparison(
-        "check_and_read", [&] { return readAgain(raw.path, checkGood); }, count)
-        .against("read_alone", [&] { return readAgain(raw.path, [](Ppty const&, FileStreamRaw&) {}); });
+        "check_and_read", [&] { return readAgain(ten.path, checkGood); }, count)
+        .against("read_alone", [&] { return readAgain(ten.path, checkNothing); });
     return Report::run("properties", argc, argv);
 }

@@ -1,8 +1,11 @@
 #include <MRCommon/properties/detail/RecordBytes.h>
 
 #include <sys/stat.h>
+#ifdef __GLIBC__
+#include <stdio_ext.h>
+#endif
 
-#include <cstring>
+#include <array>
 
 namespace quarn::detail {
 
@@ -19,49 +22,63 @@ unsigned long long sizeOf(std::FILE* file, unsigned long long position) {
     return end < 0 || !isBack ? position : static_cast<unsigned long long>(end);
 }
 
+/// Returns the bytes from the position on that the C library has read already; none if that is not known.
+std::string_view readAhead([[maybe_unused]] std::FILE* file) {
+#ifdef __GLIBC__
+    if (file != nullptr && __freading(file) != 0)
+        return {file->_IO_read_ptr, static_cast<std::size_t>(file->_IO_read_end - file->_IO_read_ptr)};
+#endif
+    return {};
+}
+
 } // namespace
 
 FileBytes::FileBytes(std::FILE* file)
-    : file_(file), start_(file == nullptr ? -1 : ftello(file)), at_(static_cast<unsigned long long>(start_)) {
-}
+    : RecordBytes(readAhead(file)), file_(file), start_(file == nullptr ? -1 : ftello(file)),
+      endInMemory_(start() + inMemory_.size()), filePosition_(start()) {}
 
-FileBytes::~FileBytes() {
-    if (isMoved_) putBack();
-}
+FileBytes::~FileBytes() { putBack(); }
 
+/// Also clears the mark of an end that was reached.
 bool FileBytes::putBack() {
+    if (!isMoved_) return true;
     isMoved_ = false;
     return fseeko(file_, static_cast<off_t>(start_), SEEK_SET) == 0;
 }
 
 unsigned long long FileBytes::end() {
-    if (!end_) end_ = sizeOf(file_, at_);
+    if (!end_) {
+        moveTo(at());
+        end_ = sizeOf(file_, at());
+    }
     return *end_;
 }
 
-bool FileBytes::read(void* buffer, std::size_t count) {
+/// Moves the FILE, and leaves the bytes that were read ahead.
+bool FileBytes::moveTo(unsigned long long position) {
+    inMemory_ = {};
+    endInMemory_ = position;
+    if (filePosition_ == position) return true;
+    isMoved_ = true;
+    filePosition_ = position;
+    return fseeko(file_, static_cast<off_t>(position), SEEK_SET) == 0;
+}
+
+bool FileBytes::readOn(void* buffer, std::size_t count) {
+    if (!moveTo(at())) return false;
     isMoved_ = true;
     std::size_t const delivered = std::fread(buffer, 1, count, file_);
-    at_ += delivered;
+    endInMemory_ += delivered;
+    filePosition_ += delivered;
     return delivered == count;
 }
 
-bool FileBytes::skip(unsigned long long count) {
-    isMoved_ = true;
-    at_ += count;
-    return fseeko(file_, static_cast<off_t>(at_), SEEK_SET) == 0;
-}
-
-bool MemoryBytes::read(void* buffer, std::size_t count) {
-    if (count > left_) return false;
-    std::memcpy(buffer, next_, count);
-    return skip(count);
-}
-
-bool MemoryBytes::skip(unsigned long long count) {
-    next_ += count;
-    left_ -= static_cast<std::size_t>(count);
-    return true;
+/// Short fields are read, which costs less than moving the position of a FILE.
+bool FileBytes::skipOn(unsigned long long count) {
+    std::array<char, 256> unused;
+    if (count <= unused.size()) return readOn(unused.data(), static_cast<std::size_t>(count));
+    unsigned long long const position = at();
+    return position <= end() && count <= end() - position && moveTo(position + count);
 }
 
 } // namespace quarn::detail
