@@ -12,8 +12,10 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <memory>
 #include <random>
+#include <string>
 
 using namespace quarn;
 
@@ -172,6 +174,37 @@ TEST(RecordCheck, AgreesWithReadingOnRecordsDamagedAtRandom) {
     }
     EXPECT_GT(good, 10000);
     EXPECT_GT(bad, 10000);
+}
+
+TEST(RecordCheck, JudgesRecordsAlikeWhereverTheBufferOfTheFileEnds) {
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::tmpfile(), &std::fclose);
+    ASSERT_NE(file, nullptr);
+    FileStreamRaw stream(file.get());
+    constexpr unsigned int count = 700; // several buffers, and records of many sizes
+    for (unsigned int i = 0; i < count; ++i)
+        PptyString(std::string(i % 37, 'n').c_str(), std::string(i % 411, 'v').c_str()).writeTo(stream);
+    encoding::writeStr(stream, QN_String("last"));
+    encoding::writeU32(stream, 1000); // a value that is missing
+    std::rewind(file.get());
+    PptyString pattern;
+    for (unsigned int i = 0; i < count; ++i) {
+        long const start = std::ftell(file.get());
+        RecordCheck const check = checkRecord(pattern, stream);
+        ASSERT_TRUE(check.good()) << i << ": " << check.message();
+        ASSERT_EQ(std::ftell(file.get()), start);
+        pattern.readFrom(stream);
+        ASSERT_EQ(static_cast<unsigned long long>(std::ftell(file.get())), check.offset);
+        ASSERT_EQ(check.size, 10 + i % 37 + i % 411);
+    }
+    long const start = std::ftell(file.get());
+    for (int again = 0; again < 2; ++again) { // with bytes read ahead, and without
+        RecordCheck const check = checkRecord(pattern, stream);
+        EXPECT_EQ(check.reason, RecordCheck::SizeBeyondFile);
+        EXPECT_EQ(check.field, "value");
+        EXPECT_EQ(check.offset, static_cast<unsigned long long>(start) + 9);
+        EXPECT_EQ(std::ftell(file.get()), start);
+        EXPECT_FALSE(stream.failed());
+    }
 }
 
 TEST(RecordCheck, NamesTheFirstFaultyField) {

@@ -35,7 +35,8 @@ std::string_view readAhead([[maybe_unused]] std::FILE* file) {
 
 FileBytes::FileBytes(std::FILE* file)
     : RecordBytes(readAhead(file)), file_(file), start_(file == nullptr ? -1 : ftello(file)),
-      endInMemory_(start() + inMemory_.size()), filePosition_(start()) {}
+      filePosition_(static_cast<unsigned long long>(start_)), endInMemory_(filePosition_ + inMemory_.size()) {
+}
 
 FileBytes::~FileBytes() { putBack(); }
 

@@ -81,8 +81,8 @@ private:
     std::FILE* file_;
     long long start_;
     std::optional<unsigned long long> end_; // asked for only when a count or a long string needs it
-    unsigned long long endInMemory_;        // the offset past `inMemory_`
     unsigned long long filePosition_;
+    unsigned long long endInMemory_; // the offset past `inMemory_`
     bool isMoved_ = false;
 };
 
