@@ -413,6 +413,52 @@ TEST(FileNameStitcher, SurvivesAbsurdRecords) {
     EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
 }
 
+TEST(FileNameStitcher, ChangesNothingUnlessACheckedRecordIsWhole) {
+    Bytes const whole = hex("00000003 61622F 00000004 00000003");
+    FileNameStitcher& s = FileNameStitcher::instance();
+    auto const loads = [&](std::FILE* file) {
+        stitcher("old", 9, 1);
+        SetCurrentStream(file);
+        AllocationLimit const limit(70000);
+        bool const loaded = s.loadChecked();
+        SetCurrentStream(nullptr);
+        EXPECT_TRUE(loaded || (s.prefix == "old" && s.padding == 9 && s.order == 1));
+        return loaded;
+    };
+    EXPECT_TRUE(loads(TempFile(whole)));
+    EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
+    EXPECT_FALSE(loads(nullptr));
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        EXPECT_FALSE(loads(TempFile(Bytes(whole.begin(), whole.begin() + static_cast<long>(size))))) << size;
+    for (char const* const damaged :
+         {"FFFFFFFF 61622F 00000004 00000003", "0000000C 61622F 00000004 00000003",
+          "00000003 61622F 00000004 00000004", "00000003 61622F 00000004 FFFFFFFF"})
+        EXPECT_FALSE(loads(TempFile(hex(damaged)))) << damaged;
+    EXPECT_TRUE(loads(TempFile(hex("00000000 FFFFFFFF 00000000")))) << "every padding can be used";
+    EXPECT_TRUE(s.prefix.empty() && s.padding == UINT_MAX && s.order == 0);
+}
+
+TEST(FileNameStitcher, LoadsCheckedRecordsFromPipesWithoutTrustingTheirLength) {
+    FileNameStitcher& s = stitcher("old", 9, 1);
+    for (bool const isDamaged : {false, true}) {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        Bytes const record =
+            hex(isDamaged ? "FFFFFFFF 61622F 00000004 00000003" : "00000003 61622F 00000004 00000003");
+        ASSERT_EQ(write(ends[1], record.data(), record.size()), static_cast<long>(record.size()));
+        close(ends[1]);
+        std::FILE* const file = fdopen(ends[0], "rb");
+        SetCurrentStream(file);
+        {
+            AllocationLimit const limit(70000);
+            EXPECT_EQ(s.loadChecked(), !isDamaged);
+        }
+        SetCurrentStream(nullptr);
+        std::fclose(file);
+        EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
+    }
+}
+
 TEST(FileNameStitcher, PassesMemoryExhaustionOn) {
     FileNameStitcher const& s = stitcher("", 100, 2);
     EXPECT_GT(failEveryAllocation([&] { static_cast<void>(s.doIt("n", 1, "x")); }), 0);

@@ -10,6 +10,7 @@ constexpr long never = -1;
 long allocationsMade = 0;
 long allocationsAlive = 0;
 long failsIn = never;
+bool failsLater = false;
 bool hasStruck = false;
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 std::size_t largestAllowed = unlimited;
@@ -18,7 +19,7 @@ std::size_t largestAllowed = unlimited;
 
 void* operator new(std::size_t size) {
     if (failsIn == 0) {
-        failsIn = never;
+        if (!failsLater) failsIn = never;
         hasStruck = true;
         throw std::bad_alloc();
     }
@@ -49,8 +50,9 @@ long AllocationCounter::made() const { return allocationsMade - made_; }
 
 long AllocationCounter::alive() const { return allocationsAlive - alive_; }
 
-FailingAllocation::FailingAllocation(long nth) {
+FailingAllocation::FailingAllocation(long nth, Later later) {
     failsIn = nth;
+    failsLater = later == Later::Fails;
     hasStruck = false;
 }
 

@@ -19,10 +19,11 @@ private:
     long made_, alive_;
 };
 
-/// While it lives, the allocation number `nth` (from 0) counted from its making throws std::bad_alloc.
+/// During its life, allocation number `nth` (from 0) throws std::bad_alloc, by itself or with all later ones.
 class FailingAllocation {
 public:
-    explicit FailingAllocation(long nth);
+    enum class Later { Succeeds, Fails };
+    explicit FailingAllocation(long nth, Later later = Later::Succeeds);
     ~FailingAllocation();
     FailingAllocation(FailingAllocation const&) = delete;
     FailingAllocation& operator=(FailingAllocation const&) = delete;

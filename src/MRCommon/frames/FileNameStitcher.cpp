@@ -5,10 +5,15 @@
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <qn_fileio/qn_fileio.h>
 
+#include <sys/types.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdio>
 #include <iterator>
+#include <limits>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -30,6 +35,27 @@ QN_String toQnString(std::string_view text) { return {std::string(text).c_str()}
 
 /// Returns the text up to its first NUL, as printf prints it.
 std::string_view printedView(std::string const& text) { return text.c_str(); }
+
+/// Returns how many bytes follow in a file. Returns the largest number if the file has no positions.
+unsigned long long bytesLeft(std::FILE* file) {
+    off_t const here = ftello(file);
+    if (here < 0) return std::numeric_limits<unsigned long long>::max();
+    off_t const end = fseeko(file, 0, SEEK_END) == 0 ? ftello(file) : 0;
+    return fseeko(file, here, SEEK_SET) == 0 && end > here ? static_cast<unsigned long long>(end - here) : 0;
+}
+
+/// Reads `length` bytes from the current stream, block by block, so that a length that is too large does not
+/// ask for memory at once. Returns false if there are fewer.
+bool readText(std::string& text, std::size_t length) {
+    constexpr std::size_t block = 65536;
+    while (text.size() < length) {
+        std::size_t const before = text.size();
+        std::size_t const count = std::min(block, length - before);
+        text.resize(before + count);
+        if (ReadBuffer(&text[before], 1, count, nullptr) != count) return false;
+    }
+    return true;
+}
 
 struct FrameRange {
     unsigned int first, last;
@@ -106,6 +132,21 @@ void FileNameStitcher::load() {
     ReadUInt(&padding, 1, nullptr);
     ReadInt(&layout, 1, nullptr);
     order = static_cast<FrameExtensionOrder>(layout);
+}
+
+bool FileNameStitcher::loadChecked() {
+    unsigned int length = 0;
+    unsigned int width = 0;
+    int layout = 0;
+    std::string text;
+    if (ReadUInt(&length, 1, nullptr) != 1 || length > bytesLeft(CurrentStream())) return false;
+    if (!readText(text, length) || ReadUInt(&width, 1, nullptr) != 1 || ReadInt(&layout, 1, nullptr) != 1)
+        return false;
+    if (layoutOf(static_cast<FrameExtensionOrder>(layout)) == nullptr) return false;
+    prefix = std::move(text);
+    padding = width;
+    order = static_cast<FrameExtensionOrder>(layout);
+    return true;
 }
 
 void FileNameStitcher::setFormatStr(char* out, FrameExtensionOrder order, unsigned int padding) {

@@ -55,6 +55,12 @@ public:
     void load();
     ///@}
 
+    /// Reads what `save` writes, like `load`, but changes nothing unless all of it is there, the order is known,
+    /// and a file that can be positioned has as many bytes left as the prefix's length states. Returns whether
+    /// that is so; the stream is then after the record, otherwise anywhere in it. Memory is only used for bytes that
+    /// the file delivers; if it is exhausted, std::bad_alloc is thrown and nothing changes.
+    [[nodiscard]] bool loadChecked();
+
     /// Writes to `out` the printf format of a name: "%s_%04d.%s" for name, frame, extension; in the order
     /// NAME_DOT_EXT_DOT_FRAME "%s.%s.%04d" for name, extension, frame. 21 bytes are always enough. An unknown
     /// order writes nothing. Intentional: padding 0 gives "%s.%s", but "%s.%s.%00d" in the order
