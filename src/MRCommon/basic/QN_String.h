@@ -18,6 +18,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -54,7 +55,8 @@ public:
     ///     "a,"  at ','   "a" ""           "ab" at ','   "ab"
     /// Separators past the first NUL do not split: the last token takes all bytes that are left, those past
     /// that NUL included. A NUL as separator gives one token, the whole string; so does a string of size 0 (a
-    /// token of size 0). `out` may hold this very string.
+    /// token of size 0). `out` may hold this very string. If memory runs out, std::bad_alloc is thrown; `out`
+    /// then holds the tokens made so far, or is unchanged if it holds this string.
     MRCOMMON_HIDDEN unsigned int tokenize(char const& separator, Array<QN_String>& out) const;
 
 private:
@@ -134,8 +136,16 @@ inline QN_String& QN_String::format(char const* format, ...) {
 }
 
 inline unsigned int QN_String::tokenize(char const& separator, Array<QN_String>& out) const {
-    QN_String text(*this); // `out` may hold this string, and the separators become terminators
     char const mark = separator;
+    std::less<QN_String const*> const before;
+    if (!before(this, out.data()) && before(this, out.data() + out.capacity())) {
+        // The tokens would overwrite the only copy of the text.
+        Array<QN_String> tokens;
+        tokenize(mark, tokens);
+        out = std::move(tokens);
+        return out.size();
+    }
+    QN_String text(*this); // the separators become terminators
     out.setSize(0);
     char* rest = text.data();
     unsigned int left = text.size();

@@ -37,6 +37,12 @@ std::string withSingleDelimiters(std::string const& text, std::string const& del
     return result.append(text, done);
 }
 
+/// Returns the piece up to `limit`, or the whole rest, which begins with the piece, if that is not in the piece.
+std::string_view upToLimit(std::string_view piece, std::string_view rest, std::string const& limit) {
+    std::size_t const cut = piece.find(limit);
+    return cut == std::string_view::npos ? rest : piece.substr(0, cut);
+}
+
 } // namespace
 
 StringTokenizer::StringTokenizer(std::string const& text, std::string const& delimiter) {
@@ -82,8 +88,7 @@ double StringTokenizer::nextFloatToken() { return std::strtod(nextToken().c_str(
 
 std::string StringTokenizer::nextTokenWithLimit(std::string const& limit) {
     std::string_view const piece = nextPiece(delimiter_);
-    std::size_t const cut = piece.find(limit);
-    std::string token(cut == std::string_view::npos ? rest() : piece.substr(0, cut));
+    std::string token(upToLimit(piece, rest(), limit));
     skipPiece(piece.size(), delimiter_.size());
     return token;
 }
@@ -92,12 +97,20 @@ int StringTokenizer::nextIntTokenWithLimit(std::string const& limit) {
     return static_cast<int>(leadingInteger(nextTokenWithLimit(limit)));
 }
 
+// The token is filtered before it is consumed, so that exhausted memory does not lose it.
+
 std::string StringTokenizer::filterNextToken(std::string const& filter) {
-    return replace_all(nextToken(), filter, "");
+    std::string_view const piece = nextPiece(delimiter_);
+    std::string token = replace_all(std::string(piece), filter, "");
+    skipPiece(piece.size(), delimiter_.size());
+    return token;
 }
 
 std::string StringTokenizer::filterNextTokenWithLimit(std::string const& limit, std::string const& filter) {
-    return replace_all(nextTokenWithLimit(limit), filter, "");
+    std::string_view const piece = nextPiece(delimiter_);
+    std::string token = replace_all(std::string(upToLimit(piece, rest(), limit)), filter, "");
+    skipPiece(piece.size(), delimiter_.size());
+    return token;
 }
 
 /// Returns the rest up to the next delimiter; all of it without one.

@@ -4,7 +4,9 @@
 //     t.nextToken();                    // "a"
 //     t.remainingString();              // "b::c": runs of the delimiter count as one
 // No errors are reported: once everything is handed out, every token is empty and every number 0; so is a
-// tokenizer that was moved from. Going through a string takes time in proportion to its length.
+// tokenizer that was moved from. Going through a string takes time in proportion to its length. If memory is
+// exhausted, std::bad_alloc is thrown and no token is lost. Tokenizers are not thread-safe: a token is handed
+// out by changing the tokenizer.
 #ifndef MRCOMMON_TEXT_STRINGTOKENIZER_H
 #define MRCOMMON_TEXT_STRINGTOKENIZER_H
 

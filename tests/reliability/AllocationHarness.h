@@ -1,0 +1,97 @@
+// AllocationHarness: runs an operation with its first, second, ... allocation failing, until it passes.
+//     failInTurn("push_back", Promise::Unchanged, [] { return Array<int>{1}; },
+//                [](Array<int>& list) { list.push_back(2); return list.size(); });
+// Each allocation fails once by itself and once with every later one. After each failure the arguments are as promised,
+// a retry on the same arguments gives what an undisturbed run gives, and nothing has leaked.
+#ifndef MRCOMMON_TESTS_RELIABILITY_ALLOCATIONHARNESS_H
+#define MRCOMMON_TESTS_RELIABILITY_ALLOCATIONHARNESS_H
+
+#include "reliability/Describe.h"
+#include "support/Allocations.h"
+#include "support/TempFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+/// What an operation promises about its arguments if memory runs out.
+enum class Promise {
+    Unchanged, ///< they are as before
+    Usable     ///< they may have changed; a retry gives the same result all the same
+};
+
+/// How much was tried; printed at the end of the program.
+struct Tried {
+    long operations = 0;
+    long failurePoints = 0;
+};
+inline Tried tried;
+
+/// An argument to read from: a file that every try begins anew.
+class Reading {
+public:
+    explicit Reading(Bytes const& content) : file_(std::make_unique<TempFile>(content)) {}
+    std::FILE* fromStart() const {
+        file_->rewind();
+        return *file_;
+    }
+
+private:
+    std::unique_ptr<TempFile> file_;
+};
+inline std::string describe(Reading const&) { return {}; }
+
+/// Runs `run` on what `make` returns, as described above. Its result is described too, so it returns something.
+template <class Make, class Run>
+void failInTurn(std::string const& name, Promise promise, Make const& make, Run const& run) {
+    SCOPED_TRACE(name);
+    using Arguments = decltype(make());
+    using Result = std::decay_t<decltype(run(std::declval<Arguments&>()))>;
+    std::string before, expected;
+    {
+        Arguments arguments = make();
+        before = describe(arguments);
+        Result const result = run(arguments);
+        expected = describe(result) + " | " + describe(arguments);
+    }
+    ++tried.operations;
+    for (auto const later : {FailingAllocation::Later::Succeeds, FailingAllocation::Later::Fails}) {
+        for (long nth = 0;; ++nth) {
+            AllocationCounter const count;
+            bool struck = false;
+            {
+                Arguments arguments = make();
+                std::optional<Result> result;
+                {
+                    FailingAllocation const failing(nth, later);
+                    try {
+                        result = run(arguments);
+                    } catch (std::bad_alloc const&) {
+                    }
+                    struck = failing.struck();
+                }
+                if (!result.has_value()) {
+                    if (promise == Promise::Unchanged) {
+                        EXPECT_EQ(describe(arguments), before) << nth;
+                    }
+                    result = run(arguments);
+                }
+                EXPECT_EQ(describe(*result) + " | " + describe(arguments), expected) << nth;
+            }
+            EXPECT_EQ(count.alive(), 0) << "leaked after failure " << nth;
+            if (!struck) {
+                EXPECT_GT(nth, 0) << "does not allocate";
+                break;
+            }
+            ++tried.failurePoints;
+            ASSERT_LT(nth, 10000);
+        }
+    }
+}
+
+#endif
