@@ -26,6 +26,16 @@ namespace {
 
 FrameExtensionOrder orderOf(int value) { return static_cast<FrameExtensionOrder>(value); }
 
+/// The settings before any test changed them.
+struct Settings {
+    std::string prefix, sceneName;
+    unsigned int padding;
+    FrameExtensionOrder order;
+} const defaults = [] {
+    FileNameStitcher const& s = FileNameStitcher::instance();
+    return Settings{s.prefix, s.sceneName, s.padding, s.order};
+}();
+
 /// Returns the process-wide stitcher with the given settings.
 FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int order) {
     FileNameStitcher& s = FileNameStitcher::instance();
@@ -84,11 +94,10 @@ extern "C" dirent* readdir(DIR* stream) {
 }
 
 TEST(FileNameStitcher, StartsWithItsDefaults) {
-    FileNameStitcher const& s = FileNameStitcher::instance();
-    EXPECT_EQ(&s, &FileNameStitcher::instance());
-    EXPECT_EQ(s.prefix + s.sceneName, "");
-    EXPECT_EQ(s.padding, 5u);
-    EXPECT_EQ(s.order, FRAME_ORDER_NAME_FRAME_DOT_EXT);
+    EXPECT_EQ(&FileNameStitcher::instance(), &FileNameStitcher::instance());
+    EXPECT_EQ(defaults.prefix + defaults.sceneName, "");
+    EXPECT_EQ(defaults.padding, 5u);
+    EXPECT_EQ(defaults.order, FRAME_ORDER_NAME_FRAME_DOT_EXT);
 }
 
 TEST(FileNameStitcher, BuildsNames) {

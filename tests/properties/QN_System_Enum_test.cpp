@@ -29,6 +29,7 @@ std::string Definition::deleted;
 } // namespace
 
 TEST(QN_System_Enum, DeletesItsDefinitionsInTheOrderOfTheirNames) {
+    Definition::deleted.clear();
     {
         QN_System_Enum registry;
         new Definition(registry, "beta");
