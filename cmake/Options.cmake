@@ -8,6 +8,7 @@ option(MRCOMMON_BUILD_TOOLS "Build the command-line tools" ${PROJECT_IS_TOP_LEVE
 option(MRCOMMON_BUILD_DOCS "Add the target `manual` (needs Doxygen)" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_INSTALL "Install the libraries, headers and manual; off if embedded, where the host decides" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
+option(MRCOMMON_HARDEN "Check buffers and containers at run time and protect the stack; Debian packages are built so" OFF)
 set(MRCOMMON_SANITIZE "" CACHE STRING "Sanitizers for everything built here, for example address,undefined")
 
 if(PROJECT_IS_TOP_LEVEL AND DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)

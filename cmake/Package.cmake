@@ -24,8 +24,9 @@ install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs USE_SOURCE_PERMISSIONS)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
 
-# Debian packages, one for each component: cpack -G DEB in the build folder. An embedded MRCommon has none.
-if(NOT PROJECT_IS_TOP_LEVEL)
+# Debian packages, one for each component: cpack -G DEB in the folder of the preset hardened. Other builds have none, and
+# neither has an embedded MRCommon.
+if(NOT PROJECT_IS_TOP_LEVEL OR NOT MRCOMMON_HARDEN)
     return()
 endif()
 

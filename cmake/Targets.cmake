@@ -12,6 +12,11 @@ function(mrcommon_target_defaults target)
             -fno-sanitize-recover=all)
         target_link_options(${target} PRIVATE -fsanitize=${MRCOMMON_SANITIZE})
     endif()
+    if(MRCOMMON_HARDEN)
+        target_compile_options(${target} PRIVATE -D_GLIBCXX_ASSERTIONS -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3
+            -fstack-protector-strong -fstack-clash-protection)
+        target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
+    endif()
 endfunction()
 
 # mrcommon_add_library(<name> SOURCES <file>... [LINKS <target>...])

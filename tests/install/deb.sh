@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
-# Makes the Debian packages, unpacks them into a clean root, and builds a consumer with the result.
-#     deb.sh <build folder> <compiler> <scratch folder>
+# Builds the libraries and tools hardened, makes the Debian packages, unpacks them into a clean root, and builds a
+# consumer with the result.
+#     deb.sh <source folder> <compiler> <scratch folder>
 set -euo pipefail
-build=$1 compiler=$2 scratch=$3
+source=$1 compiler=$2 scratch=$3
 here=$(cd "$(dirname "$0")" && pwd)
 fail() { echo "$*"; exit 1; }
 
 rm -rf "$scratch"
-cpack -G DEB --config "$build/CPackConfig.cmake" -B "$scratch/packages"
+cmake --preset hardened -S "$source" -B "$scratch/build" -D CMAKE_CXX_COMPILER="$compiler" -D MRCOMMON_BUILD_TESTS=OFF \
+    -D MRCOMMON_BUILD_EXAMPLES=OFF -D MRCOMMON_BUILD_BENCHMARKS=OFF -D MRCOMMON_BUILD_FUZZERS=OFF
+cmake --build "$scratch/build"
+cpack -G DEB --config "$scratch/build/CPackConfig.cmake" -B "$scratch/packages"
 packages=("$scratch"/packages/*.deb)
 [ ${#packages[@]} -eq 4 ] || fail "expected four packages: ${packages[*]}"
 for package in "${packages[@]}"; do
@@ -23,6 +27,14 @@ for package in "${packages[@]}"; do
     *) fail "unexpected package $name" ;;
     esac
     dpkg-deb -x "$package" "$scratch/root"
+done
+
+# What is packed is hardened.
+for file in "$scratch"/root/usr/lib/libMRCommon.so.*.* "$scratch"/root/usr/bin/*; do
+    for symbol in __stack_chk_fail __glibcxx_assert_fail; do
+        nm -D "$file" | grep -q "$symbol" || fail "$file is built without $symbol"
+    done
+    readelf -d "$file" | grep -q BIND_NOW || fail "$file binds symbols late"
 done
 
 # Together the packages contain exactly the files of an installation.
