@@ -77,6 +77,20 @@ template <class T, class S, class P, class L, class H, class W>
 std::string describe(quarn::ArrayCore<T, S, P, L, H, W> const& list) {
     return describeElements(list);
 }
+inline std::string describe(quarn::RecordCheck const& check) {
+    return describe(check.reason) + describe(check.offset) + describe(check.size) + check.message();
+}
+inline std::string describe(quarn::FileStatus const& status) {
+    return describe(status.code) + status.message;
+}
+inline std::string describe(quarn::PropertyList const& list) {
+    std::string text;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        text += list.className(i) + ": ";
+        if (list.property(i) != nullptr) text += describe(*list.property(i));
+    }
+    return text;
+}
 inline std::string describe(quarn::FrameSequence const& s) {
     return describe(s.head) + describe(s.tail) + describe(s.padding) + describe(s.ranges);
 }

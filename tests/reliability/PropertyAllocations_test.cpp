@@ -1,9 +1,10 @@
 // Every public operation of variants, properties and meta-classes that allocates, with every allocation failing in turn.
 #include "examples/WorkSpaceVersion.h"
 #include "reliability/AllocationHarness.h"
+#include "support/GoldenRecords.h"
+#include "support/TempDir.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <memory>
 #include <tuple>
@@ -39,25 +40,6 @@ template <class Visit> void visitValues(Visit const& visit) {
     visit("choice", Choice("High", 10));
 }
 
-struct Golden {
-    string fileName;
-    Bytes record;
-
-    string className() const { return fileName.substr(0, fileName.find_first_of("-.")); }
-    bool isRaw() const { return fileName.find(".raw") != string::npos; }
-    unsigned int workSpaceVersion() const { return fileName.find("5087") != string::npos ? 5087 : 5088; }
-};
-
-std::vector<Golden> goldenRecords() {
-    std::vector<Golden> records;
-    for (auto const& entry : std::filesystem::directory_iterator(MRCOMMON_GOLDEN_FOLDER)) {
-        std::ifstream file(entry.path(), std::ios::binary);
-        records.push_back({entry.path().filename().string(),
-                           Bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()}});
-    }
-    return records;
-}
-
 PptyPtr made(string const& className) {
     void* const object = QN_MetaClassBase::find(className.c_str())->metaNew();
     PptyPtr property(static_cast<Ppty*>(object));
@@ -75,7 +57,7 @@ void readFrom(Ppty& property, Reading const& file, bool isRaw) {
 }
 
 /// A property of a golden record.
-PptyPtr readFrom(Golden const& golden) {
+PptyPtr readFrom(GoldenRecord const& golden) {
     PptyPtr property = made(golden.className());
     readFrom(*property, Reading(golden.record), golden.isRaw());
     return property;
@@ -122,7 +104,7 @@ TEST(AllocationFailures, OfVariants) {
 }
 
 TEST(AllocationFailures, OfReading) {
-    for (Golden const& golden : goldenRecords()) {
+    for (GoldenRecord const& golden : goldenRecords()) {
         if (golden.fileName.find("-empty") != string::npos) continue;
         WorkSpaceVersion const version(golden.workSpaceVersion());
         if (golden.className() == "ItemVariant") {
@@ -149,7 +131,7 @@ TEST(AllocationFailures, OfReading) {
 }
 
 TEST(AllocationFailures, OfProperties) {
-    for (Golden const& golden : goldenRecords()) {
+    for (GoldenRecord const& golden : goldenRecords()) {
         string const kind = golden.className();
         if (golden.fileName != kind + ".raw") continue;
         auto const sample = [&] { return readFrom(golden); };
@@ -223,6 +205,62 @@ TEST(AllocationFailures, OfSettingValues) {
         qn_basicppty::QN_set(out, choices());
         return 0;
     });
+}
+
+TEST(AllocationFailures, OfRecordChecks) {
+    for (GoldenRecord const& golden : goldenRecords()) {
+        if (golden.className() == "ItemVariant") continue;
+        WorkSpaceVersion const version(golden.workSpaceVersion());
+        PptyPtr const pattern = made(golden.className());
+        Bytes const cut(golden.record.begin(), golden.record.end() - 1);
+        failInTurn(
+            "check " + golden.fileName, Promise::Unchanged, [&] { return Reading(cut); },
+            [&](Reading& file) {
+                FileStreamRaw raw(file.fromStart());
+                FileStreamEndian endian(raw.file());
+                RecordCheck const check =
+                    golden.isRaw() ? checkRecord(*pattern, raw) : checkRecord(*pattern, endian);
+                return check.message();
+            });
+    }
+    failInTurn(
+        "check a variant", Promise::Unchanged, [] { return Reading(hex("06000000 7F000000")); },
+        [](Reading& file) {
+            FileStreamRaw stream(file.fromStart());
+            return checkVariantRecord(stream).message();
+        });
+}
+
+TEST(AllocationFailures, OfPropertyFiles) {
+    TempDir const folder;
+    auto const sample = [] {
+        PropertyList list;
+        for (GoldenRecord const& golden : goldenRecords())
+            if (golden.fileName == golden.className() + ".raw") list.add(readFrom(golden));
+        return list;
+    };
+    string const path = folder.path("all.props"), other = folder.path("other.props");
+    ASSERT_TRUE(saveProperties(path, sample()).ok());
+    failInTurn(
+        "add", Promise::Unchanged, [] { return PropertyList(); },
+        [](PropertyList& list) {
+            list.add(std::make_unique<PptyInt>("added", 1));
+            return list.size();
+        });
+    failInTurn("saveProperties", Promise::Unchanged, sample,
+               [&](PropertyList& list) { return saveProperties(other, list); });
+    failInTurn("saveProperties in a missing folder", Promise::Unchanged, sample,
+               [&](PropertyList& list) { return saveProperties(folder.path("none/a.props"), list); });
+    failInTurn(
+        "loadProperties", Promise::Unchanged,
+        [] {
+            PropertyList list;
+            list.add(std::make_unique<PptyInt>("old", 1));
+            return list;
+        },
+        [&](PropertyList& list) { return loadProperties(path, list); });
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path("")), {}), 2)
+        << "no temporary file";
 }
 
 TEST(AllocationFailures, OfMetaClasses) {
