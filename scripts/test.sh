@@ -2,7 +2,8 @@
 # One command on a fresh machine: installs what is missing, builds, runs all tests.
 #     scripts/test.sh                 the presets asan and release, the latter with the slow checks (Valgrind,
 #                                     clang-tidy, each header by itself, the types of the exported symbols), and a
-#                                     build of the libraries, tools and examples with Clang
+#                                     build of the libraries, tools and examples with Clang; and the tests of
+#                                     threads with the thread sanitizer
 #     scripts/test.sh clang tsan      only these presets of CMakePresets.json
 # The last line counts the tests of all presets together. Any failure makes the exit status non-zero.
 set -euo pipefail
@@ -12,8 +13,10 @@ scripts/install-missing.sh build test
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
+threads=no
 if [ $# -eq 0 ]; then
     set -- asan release
+    threads=yes
     echo "== clang, without tests"
     cmake --preset clang -B build/clang-only -D MRCOMMON_BUILD_TESTS=OFF -D MRCOMMON_BUILD_BENCHMARKS=OFF \
         -D MRCOMMON_BUILD_FUZZERS=OFF
@@ -21,16 +24,27 @@ if [ $# -eq 0 ]; then
 fi
 
 passed=0 failed=0 status=0
-for preset in "$@"; do
-    echo "== $preset"
-    cmake --preset "$preset"
-    cmake --build --preset "$preset"
+run_tests() { # run_tests <preset> [<ctest option>...]
+    local preset=$1 summary bad all
     # The test preset would leave out the slow checks.
-    ctest --test-dir "build/$preset" -j"$(nproc)" --output-on-failure --no-tests=error | tee "$log" || status=1
+    ctest --test-dir "build/$preset" -j"$(nproc)" --output-on-failure --no-tests=error "${@:2}" | tee "$log" || status=1
     # "98% tests passed, 2 tests failed out of 120"
     summary=$(grep -E '^[0-9]+% tests passed' "$log") || { echo "no tests ran in the preset $preset" >&2; exit 1; }
     read -r bad all <<<"$(sed -E 's/.* ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/' <<<"$summary")"
     passed=$((passed + all - bad)) failed=$((failed + bad))
+}
+
+if [ "$threads" = yes ]; then
+    echo "== tsan, the tests of threads"
+    cmake --preset tsan
+    cmake --build --preset tsan --target Threads_test
+    run_tests tsan -R '^Threads\.'
+fi
+for preset in "$@"; do
+    echo "== $preset"
+    cmake --preset "$preset"
+    cmake --build --preset "$preset"
+    run_tests "$preset"
 done
 echo "$passed passed, $failed failed"
 exit $status

@@ -69,7 +69,8 @@ public:
 
     ///@{
     /// Reads or writes the record. Reading reuses the buffers of the property and checks nothing: call the
-    /// stream's failed() afterwards.
+    /// stream's failed() afterwards. If memory runs out, std::bad_alloc is thrown; the property may then contain parts
+    /// of both records and can be read again, assigned and destroyed.
     virtual void readFrom(FileStreamRaw& stream);         ///< slot 14
     virtual void writeTo(FileStreamRaw& stream) const;    ///< slot 15
     virtual void readFrom(FileStreamEndian& stream);      ///< slot 16

@@ -137,7 +137,8 @@ template <class Stream> void writeStrArray(Stream& stream, Array<QN_String> cons
 } // namespace encoding
 
 /// Reads one STRARRAY into an existing list, whose strings serve as buffers, and returns the stream. A plain
-/// FileStream is not accepted: only its two kinds know the byte order of a count.
+/// FileStream is not accepted: only its two kinds know the byte order of a count. If memory runs out, std::bad_alloc is
+/// thrown; the list may then contain strings from before and can be read again.
 template <class Stream, class = std::enable_if_t<std::is_base_of_v<FileStreamRaw, Stream> ||
                                                  std::is_base_of_v<FileStreamEndian, Stream>>>
 MRCOMMON_HIDDEN Stream& operator>>(Stream& stream, Array<QN_String>& list) {
