@@ -1,0 +1,27 @@
+#!/usr/bin/env python3
+"""Prints a page with the figures in the places that its comments name; line numbers stay.
+    page_filter.py <folder of the figures> <page>
+
+<!-- figure: NAME --> becomes NAME.svg. <!-- picture: NAME --> shows NAME.png. A comment stays if there is no such file.
+"""
+import pathlib
+import re
+import sys
+
+folder, page = map(pathlib.Path, sys.argv[1:])
+
+
+def shown(found):
+    kind, name = found.groups()
+    file = folder / (name + {"figure": ".svg", "picture": ".png"}[kind])
+    if not file.exists():
+        return found[0]
+    if kind == "picture":
+        content = f'<img class="picture" src="{file.name}" alt="{name}"/>'
+    else:
+        content = " ".join(file.read_text().split())
+    return f'\\htmlonly[block]<div class="wide">{content}</div>\\endhtmlonly'
+
+
+sys.stdout.reconfigure(encoding="utf-8")
+print(re.sub(r"<!-- (figure|picture): ([\w-]+) -->", shown, page.read_text(encoding="utf-8")), end="")
