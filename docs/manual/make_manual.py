@@ -145,7 +145,7 @@ def finish(folder, scripts, styled):
     """Adds the scripts and the anchors of headings to every page, and writes the index of words."""
     tags = "".join(f'<script src="{script}"></script>\n' for script in scripts)
     if styled:
-        tags += "<script>DoxygenAwesomeDarkModeToggle.init(); DoxygenAwesomeFragmentCopyButton.init();</script>\n"
+        tags += "<script>DoxygenAwesomeFragmentCopyButton.init();</script>\n"
     words = []
     for page in sorted(folder.glob("*.html")):
         text = page.read_text(encoding="utf-8")

@@ -49,8 +49,15 @@
         const list = document.createElement("div");
         list.id = "manual-found";
         list.hidden = true;
-        area.append(input, list);
+        area.append(input);
         place.append(area);
+        document.body.append(list); // elsewhere the side bar would cut it off
+        if (customElements.get("doxygen-awesome-dark-mode-toggle")) {
+            const toggle = document.createElement("doxygen-awesome-dark-mode-toggle");
+            toggle.title = "Light or dark";
+            toggle.updateIcon();
+            area.append(toggle);
+        }
 
         let loading = null;
         input.addEventListener("input", function () {
@@ -60,13 +67,16 @@
                 script.onload = loaded;
                 document.head.append(script);
             });
+            const below = input.getBoundingClientRect();
+            list.style.top = below.bottom + 6 + "px";
+            list.style.left = below.left + "px";
             loading.then(() => show(list, input.value));
         });
         input.addEventListener("keydown", function (event) {
             if (event.key === "Escape") list.hidden = true;
             if (event.key === "Enter" && list.querySelector("a")) list.querySelector("a").click();
         });
-        document.addEventListener("click", (event) => { if (!area.contains(event.target)) list.hidden = true; });
+        document.addEventListener("click", (event) => { if (!area.contains(event.target) && !list.contains(event.target)) list.hidden = true; });
     }
 
     document.addEventListener("DOMContentLoaded", start);

@@ -16,7 +16,7 @@ PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_
          "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
 SIZES = {"desktop": (1280, 900), "phone": (390, 844)}
 SEARCHES = {"disk full": "safe_reading", "scalar part": "rotations", "thread": "index", "unload plug-in": "plug_ins",
-            "loadProperties": "PropertyFile", "PptyEnum": "PptyEnum"}
+            "loadProperties": "namespacequarn", "PptyEnum": "PptyEnum"}
 
 
 class Browser:
@@ -124,6 +124,10 @@ def main():
                 found = search(browser, text)
                 if not any(target in link for link in found[:5]):
                     problems.append(f"the search for '{text}' finds {found[:5]}")
+            if not browser.value_of("""(() => {
+                    const link = document.querySelector('#manual-found a'), place = link.getBoundingClientRect();
+                    return link.contains(document.elementFromPoint(place.x + place.width / 2, place.y + 8)); })()"""):
+                problems.append(f"what the search finds cannot be seen at the width of a {size}")
             picture("search")
         problems += browser.errors
         browser.process.terminate()
