@@ -22,7 +22,8 @@ install(FILES ${PROJECT_BINARY_DIR}/MRCommon.pc
 # The pages keep their places, so that links between them hold.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs USE_SOURCE_PERMISSIONS)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs FILES_MATCHING PATTERN "*.md" PATTERN manual EXCLUDE)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/manual/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs OPTIONAL) # if it was made
 
 # Debian packages, one for each component: cpack -G DEB in the folder of the preset hardened. Other builds have none, and
 # neither has an embedded MRCommon.

@@ -26,6 +26,10 @@ for purpose in "$@"; do
         command_of valgrind valgrind
         command_of abidiff abigail-tools
         command_of doxygen doxygen
+        command_of dot graphviz
+        command_of mandoc mandoc
+        command_of chromium chromium
+        file_of /usr/share/doxygen-awesome-css/doxygen-awesome.css doxygen-awesome-css
         command_of pkg-config pkg-config
         command_of make make
         command_of dpkg-shlibdeps dpkg-dev

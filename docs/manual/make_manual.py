@@ -89,7 +89,7 @@ def make_figures(folder, given):
             (folder / f"{measured.stem}.svg").write_text(charts)
     for source in sorted(here.glob("*.dot")) if given.dot else []:
         drawn = subprocess.run([given.dot, "-Tsvg", source], check=True, capture_output=True, text=True).stdout
-        drawn = re.sub(r"<!--.*?-->", "", drawn[drawn.index("<svg"):], flags=re.S)
+        drawn = re.sub(r"<!--.*?-->|<title>.*?</title>", "", drawn[drawn.index("<svg"):], flags=re.S)
         (folder / f"{source.stem}.svg").write_text(drawn.replace("<svg", '<svg class="figure"', 1))
     if given.sheet and given.sheet.exists():
         (folder / "sheet.png").write_bytes(half_of(given.sheet.read_bytes()))

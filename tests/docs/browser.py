@@ -12,7 +12,7 @@ import sys
 import tempfile
 import time
 
-PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "classDQuat.html",
+PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html", "classDQuat.html",
          "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
 SIZES = {"desktop": (1280, 900), "phone": (390, 844)}
 SEARCHES = {"disk full": "safe_reading", "scalar part": "rotations", "thread": "index", "unload plug-in": "plug_ins",
@@ -119,6 +119,8 @@ def main():
                         .slice(0, 6).map((c) => c.tagName + '.' + c.className).join(', '))""")
                 problems += [f"{page} scrolls sideways at the width of a {size}: {what}" for what in wide]
                 picture(page.split(".")[0])
+                if browser.value_of("(() => { const f = document.querySelector('svg.figure'); f?.scrollIntoView(); return !!f; })()"):
+                    picture(page.split(".")[0] + "-figure")
             browser.open((site / "index.html").as_uri())
             for text, target in SEARCHES.items():
                 found = search(browser, text)
