@@ -80,20 +80,18 @@ def bars(title, unit, rows):
 
 
 def charts(path):
-    """Draws a chart for each row of the themes that benchmarks/run.sh writes: nanoseconds by contender. What has another
-    shape is left out."""
-    try:
-        measured = json.loads(path.read_text())
-    except (OSError, ValueError):
-        return ""
-    drawn = []
+    """Returns the charts of each theme that benchmarks/run.sh wrote, by the theme's name: for each row the nanoseconds of the
+    contenders. What has another shape is left out."""
+    measured = json.loads(path.read_text())
+    drawn = {}
     for theme in measured.get("themes", []) if isinstance(measured, dict) else []:
         for row in theme.get("rows", []):
             times = {name: value for name, value in row.get("nanoseconds", {}).items() if isinstance(value, (int, float))}
             ordered = sorted(times.items(), key=lambda time: (time[0] != "ours", time[1]))
             if len(ordered) > 1 and ordered[0][0] == "ours":
-                drawn.append(bars(f'{theme.get("theme", "")} {row.get("row", "")}', "ns", ordered))
-    return "\n".join(drawn)
+                drawn.setdefault(theme["theme"], []).append(bars(row["row"], "ns", ordered))
+    facts = ", ".join(measured[key] for key in ("date", "processor", "compiler") if key in measured) if drawn else ""
+    return {theme: "\n".join([f"<p>{html.escape(facts)}; measured with benchmarks/run.sh</p>", *parts]) for theme, parts in drawn.items()}
 
 
 FIGURES = {"record": record, "name-orders": name_orders, "axis-orders": axis_orders}

@@ -84,13 +84,15 @@ def make_figures(folder, given):
     for name, draw in figures.FIGURES.items():
         (folder / f"{name}.svg").write_text(draw())
     for measured in sorted(given.pages.glob("*.json")):
-        charts = figures.charts(measured)
-        if charts:
-            (folder / f"{measured.stem}.svg").write_text(charts)
+        for theme, charts in figures.charts(measured).items():
+            (folder / f"{measured.stem}-{theme}.svg").write_text(charts)
     for source in sorted(here.glob("*.dot")) if given.dot else []:
         drawn = subprocess.run([given.dot, "-Tsvg", source], check=True, capture_output=True, text=True).stdout
         drawn = re.sub(r"<!--.*?-->|<title>.*?</title>", "", drawn[drawn.index("<svg"):], flags=re.S)
         (folder / f"{source.stem}.svg").write_text(drawn.replace("<svg", '<svg class="figure"', 1))
+    for page in sorted((given.pages / "man").glob("*.1")) if given.mandoc else []:
+        made = subprocess.run([given.mandoc, "-Thtml", "-O", "style=doxygen.css", page], check=True, capture_output=True)
+        (folder / f"{page.name}.html").write_bytes(made.stdout)
     if given.sheet and given.sheet.exists():
         (folder / "sheet.png").write_bytes(half_of(given.sheet.read_bytes()))
 
@@ -189,11 +191,9 @@ def main():
     status = subprocess.run([given.doxygen, given.doxyfile]).returncode
     if status != 0:
         return status
-    for picture in (given.folder / "figures").glob("*.png"):
-        shutil.copy(picture, site)
-    for page in sorted((given.pages / "man").glob("*.1")) if given.mandoc else []:
-        made = subprocess.run([given.mandoc, "-Thtml", "-O", "style=doxygen.css", page], check=True, capture_output=True)
-        (site / f"{page.name}.html").write_bytes(made.stdout)
+    for made in (given.folder / "figures").iterdir():
+        if made.suffix != ".svg": # these are in the pages
+            shutil.copy(made, site)
     scripts = [*SCRIPTS, *(THEME_SCRIPTS if given.theme else [])]
     for script in scripts:
         shutil.copy((here if script in SCRIPTS else given.theme) / script, site)

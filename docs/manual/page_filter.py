@@ -2,7 +2,8 @@
 """Prints a page with the figures in the places that its comments name; line numbers stay.
     page_filter.py <folder of the figures> <page>
 
-<!-- figure: NAME --> becomes NAME.svg. <!-- picture: NAME --> shows NAME.png. A comment stays if there is no such file.
+<!-- figure: NAME --> becomes NAME.svg, <!-- picture: NAME --> shows NAME.png, and <!-- page: NAME --> links to NAME.html. A
+comment stays if there is no such file. Doxygen would take `$(NAME)` for a variable of the environment.
 """
 import pathlib
 import re
@@ -13,9 +14,11 @@ folder, page = map(pathlib.Path, sys.argv[1:])
 
 def shown(found):
     kind, name = found.groups()
-    file = folder / (name + {"figure": ".svg", "picture": ".png"}[kind])
+    file = folder / (name + {"figure": ".svg", "picture": ".png", "page": ".html"}[kind])
     if not file.exists():
         return found[0]
+    if kind == "page":
+        return f'\\htmlonly<a href="{file.name}">{name}</a>\\endhtmlonly'
     if kind == "picture":
         content = f'<img class="picture" src="{file.name}" alt="{name}"/>'
     else:
@@ -24,4 +27,5 @@ def shown(found):
 
 
 sys.stdout.reconfigure(encoding="utf-8")
-print(re.sub(r"<!-- (figure|picture): ([\w-]+) -->", shown, page.read_text(encoding="utf-8")), end="")
+text = re.sub(r"<!-- (figure|picture|page): ([\w.-]+) -->", shown, page.read_text(encoding="utf-8"))
+print(re.sub(r"`(\$\([^`]*)`", r"<code>\\\1</code>", text), end="")

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Checks the code blocks of the pages in docs/.
 
-    code_blocks.py <top of the tree> <scratch folder> [<compiler> <include folder> <library folder> [<folder of tools>]]
+    code_blocks.py <top of the tree> <scratch folder> [<compiler> <include folder> <library folder> [<mrcommon-records>]]
 
 - C++ with a main function is compiled and run, in the order of the page and in one folder; it must exit with 0. A block
   of output after it is what it prints.
 - Other C++ is quoted from a file in examples/, line for line, whatever its indentation.
-- A block of output, text or console is not code. Other tests compare such blocks with what programs print. In a page
-  with commands (sh), which follow_page.sh follows, nothing else is checked.
+- A block of console that begins with mrcommon-records is what that prints.
+- Further blocks of output, text or console are not code. Other tests compare some of these with what programs print. On a
+  page that follow_page.sh follows, nothing is checked here.
 Without a compiler only the kinds of blocks are checked.
 """
 import pathlib
@@ -18,6 +19,7 @@ import sys
 top, scratch = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
 compiler = sys.argv[3:6]
 problems = []
+FOLLOWED = {"getting-started", "plug-ins"}
 programs = 0
 
 
@@ -43,8 +45,9 @@ def stripped(text):
 def built_and_run(folder, source):
     include, library = compiler[1:]
     (folder / "block.cpp").write_text(source)
-    command = [compiler[0], "-std=c++17", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror", f"-I{include}", "block.cpp", "-o", "block",
-               f"-L{library}", f"-Wl,-rpath,{library}", "-lMRCommon", "-lqn_basic", "-lqn_fileio"]
+    command = [compiler[0], "-std=c++17", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror",
+               f"-I{include}", "block.cpp", "-o", "block", f"-L{library}", f"-Wl,-rpath,{library}",
+               "-lMRCommon", "-lqn_basic", "-lqn_fileio"]
     made = subprocess.run(command, cwd=folder, capture_output=True, text=True)
     if made.returncode != 0:
         return None, made.stderr
@@ -57,16 +60,15 @@ def built_and_run(folder, source):
 examples = "\n".join(stripped(path.read_text()) for path in sorted((top / "examples").rglob("*.cpp")))
 for page in sorted((top / "docs").glob("*.md")):
     blocks = blocks_of(page)
-    if any(language == "sh" for _, language, _ in blocks):
+    if page.stem in FOLLOWED:
         continue
     folder = scratch / page.stem
     folder.mkdir(parents=True, exist_ok=True)
-    printed, first = None, None
+    printed = None
     for line, language, text in blocks:
         place = f"{page.name}:{line}"
         if language == "cpp" and re.search(r"^int main\(", text, re.M):
             programs += 1
-            first = first or line
             if compiler:
                 printed, complaint = built_and_run(folder, text)
                 if printed is None:
@@ -78,6 +80,11 @@ for page in sorted((top / "docs").glob("*.md")):
             if compiler and printed is not None and printed != text:
                 problems.append(f"{place}: the program prints\n{printed}")
             printed = None
+        elif language == "console" and text.startswith("$ mrcommon-records ") and sys.argv[6:]:
+            command, expected = text.split("\n", 1)
+            run = subprocess.run([sys.argv[6], *command.split()[2:]], cwd=folder, capture_output=True, text=True)
+            if run.stdout != expected:
+                problems.append(f"{place}: mrcommon-records prints\n{run.stdout}{run.stderr}")
         elif language not in ("text", "console", "python"):
             problems.append(f"{place}: a block of unknown kind '{language}'")
 print("\n".join(problems) or f"{programs} programs")
