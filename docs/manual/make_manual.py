@@ -91,7 +91,7 @@ def make_figures(folder, given):
         drawn = re.sub(r"<!--.*?-->|<title>.*?</title>", "", drawn[drawn.index("<svg"):], flags=re.S)
         (folder / f"{source.stem}.svg").write_text(drawn.replace("<svg", '<svg class="figure"', 1))
     for page in sorted((given.pages / "man").glob("*.1")) if given.mandoc else []:
-        made = subprocess.run([given.mandoc, "-Thtml", "-O", "style=doxygen.css", page], check=True, capture_output=True)
+        made = subprocess.run([given.mandoc, "-Thtml", "-O", "style=manual.css", page], check=True, capture_output=True)
         (folder / f"{page.name}.html").write_bytes(made.stdout)
     if given.sheet and given.sheet.exists():
         (folder / "sheet.png").write_bytes(half_of(given.sheet.read_bytes()))
@@ -112,7 +112,7 @@ class Sections(html.parser.HTMLParser):
         anchor = given.get("id") or given.get("name") or (given.get("href") or "")[1:]
         if tag == "title":
             self.in_title = True
-        if tag == "div" and (given.get("class") or "").split()[:1] == ["contents"]:
+        if tag == "div" and (given.get("class") or "").split()[:1] in (["contents"], ["manual-text"]):
             self.in_contents = True
         if tag in ("h1", "h2", "h3") and self.in_contents:
             self.heading = True
@@ -160,7 +160,8 @@ def finish(folder, scripts, styled):
             text = re.sub(r'href="(?:docs/)?([a-z-]+)\.md(#[^"]*)"', lambda found: f'href="{page_of(found[1])}{found[2]}"', text)
             text = re.sub(r"<(h[1-3])([^>]*)>(.*?)</\1>", with_anchor, text, flags=re.S)
         text = re.sub(r"(<table class=\"(?:markdownTable|doxtable|memberdecls|fieldtable|params|directory)\".*?</table>)", r'<div class="wide">\1</div>', text, flags=re.S)
-        page.write_text(text.replace("</head>", tags + "</head>", 1), encoding="utf-8")
+        if "jquery.js" in text:  # made by Doxygen
+            page.write_text(text.replace("</head>", tags + "</head>", 1), encoding="utf-8")
 
         if re.match(r"(dir_|files|functions|globals|annotated|classes|hierarchy|namespaces|pages|graph_)|.*-members", page.name):
             continue

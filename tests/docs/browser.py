@@ -14,6 +14,7 @@ import time
 
 PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html", "classDQuat.html",
          "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
+MANUAL_PAGE = "mrcommon-records.1.html"  # made if mandoc is installed
 SIZES = {"desktop": (1280, 900), "phone": (390, 844)}
 SEARCHES = {"disk full": "safe_reading", "scalar part": "rotations", "thread": "index", "unload plug-in": "plug_ins",
             "loadProperties": "namespacequarn", "PptyEnum": "PptyEnum"}
@@ -108,7 +109,7 @@ def main():
             def picture(name):
                 shot = browser.call("Page.captureScreenshot")["data"]
                 (pictures / f"{size}-{name}.png").write_bytes(base64.b64decode(shot))
-            for page in PAGES:
+            for page in PAGES + [MANUAL_PAGE] * (site / MANUAL_PAGE).exists():
                 if not (site / page).exists() or not browser.open((site / page).as_uri()):
                     problems.append(f"{page} does not open")
                     continue
