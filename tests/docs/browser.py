@@ -113,11 +113,17 @@ def main():
                 if not (site / page).exists() or not browser.open((site / page).as_uri()):
                     problems.append(f"{page} does not open")
                     continue
-                wide = browser.value_of("""[document.scrollingElement, document.getElementById('doc-content')]
-                    .filter((e) => e && e.scrollWidth > e.clientWidth + 1)
-                    .map((e) => `${e.id || e.tagName} ${e.scrollWidth} > ${e.clientWidth}: ` + [...e.querySelectorAll('*')]
-                        .filter((c) => c.getBoundingClientRect().right > innerWidth + 1 && !c.closest('.wide, .fragment'))
-                        .slice(0, 6).map((c) => c.tagName + '.' + c.className).join(', '))""")
+                # A row of boxes may also grow to the left, where nothing can be scrolled to.
+                wide = browser.value_of("""(() => {
+                    const area = document.getElementById('doc-content') || document.body, edges = area.getBoundingClientRect();
+                    const outside = [...area.querySelectorAll('*')].filter((e) => {
+                        const place = e.getBoundingClientRect();
+                        return place.width > 0 && (place.left < edges.left - 1 || place.right > edges.right + 1)
+                            && !e.closest('.wide, .fragment, .memproto, pre');
+                    });
+                    const scrolls = [document.scrollingElement, area].filter((e) => e.scrollWidth > e.clientWidth + 1);
+                    return [...scrolls, ...outside].slice(0, 6).map((e) => `${e.tagName} ${e.id} ${e.className}`);
+                })()""")
                 problems += [f"{page} scrolls sideways at the width of a {size}: {what}" for what in wide]
                 picture(page.split(".")[0])
                 if browser.value_of("(() => { const f = document.querySelector('svg.figure'); f?.scrollIntoView(); return !!f; })()"):
