@@ -4,6 +4,7 @@
 
 <!-- figure: NAME --> becomes NAME.svg, <!-- picture: NAME --> shows NAME.png, and <!-- page: NAME --> links to NAME.html. A
 comment stays if there is no such file. Doxygen would take `$(NAME)` for a variable of the environment.
+Links to files outside the folder of the pages become text: the manual does not contain them.
 """
 import pathlib
 import re
@@ -28,4 +29,5 @@ def shown(found):
 
 sys.stdout.reconfigure(encoding="utf-8")
 text = re.sub(r"<!-- (figure|picture|page): ([\w.-]+) -->", shown, page.read_text(encoding="utf-8"))
+text = re.sub(r"\[([^]]*)\]\(\.\./[^)]*\)", r"\1", text)
 print(re.sub(r"`(\$\([^`]*)`", r"<code>\\\1</code>", text), end="")
