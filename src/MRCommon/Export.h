@@ -40,12 +40,13 @@
 #define MRCOMMON_HIDDEN [[gnu::visibility("hidden")]]
 
 // NOLINTBEGIN(bugprone-macro-parentheses): the name of a class takes none
-/// Declares copy, move and destruction as the compiler would, but hidden. Trivial ones stay trivial.
+/// Declares copy, move and destruction as the compiler would, but hidden. Trivial ones stay trivial. Moving the
+/// members must not throw.
 #define MRCOMMON_HIDDEN_COPIES(CLASS)                                                                        \
     MRCOMMON_HIDDEN CLASS(CLASS const&) = default;                                                           \
-    MRCOMMON_HIDDEN CLASS(CLASS&&) = default;                                                                \
+    MRCOMMON_HIDDEN CLASS(CLASS&&) noexcept = default;                                                       \
     MRCOMMON_HIDDEN CLASS& operator=(CLASS const&) = default;                                                \
-    MRCOMMON_HIDDEN CLASS& operator=(CLASS&&) = default;                                                     \
+    MRCOMMON_HIDDEN CLASS& operator=(CLASS&&) noexcept = default;                                            \
     MRCOMMON_HIDDEN ~CLASS() = default;
 // NOLINTEND(bugprone-macro-parentheses)
 

@@ -5,14 +5,18 @@
                                                                   makes each change in a copy of the tree and sees
                                                                   every named test fail for a change of its row
 """
+import json
 import pathlib
 import re
 import shutil
 import subprocess
 import sys
 
-sys.dont_write_bytecode = True  # leaves no folder in the tree
-from mutations import MUTATIONS
+# Changes of the code, in the order of the page: `row` is the beginning of a row, or empty for another change of the row
+# above; `search` is found exactly once in src/, in whichever file, where blanks and line ends match any white space. Only
+# code is searched for, no comments, so that new wording and moved files leave a change valid.
+MUTATIONS = [(m["row"], m["search"], m["replacement"])
+             for m in json.loads(pathlib.Path(__file__).with_name("mutations.json").read_text())]
 
 
 class Row:
@@ -32,12 +36,12 @@ def rows_of(top):
             fitting = [r for r in rows if r.text.startswith(start)]
             row = fitting[0] if len(fitting) == 1 else None
             if row is None:
-                problems.append(f"mutations.py: {len(fitting)} rows begin with: {start}")
+                problems.append(f"mutations.json: {len(fitting)} rows begin with: {start}")
         if row is not None:
             row.changes.append((search, replacement))
     for row in rows:
         if not row.changes:
-            problems.append(f"mutations.py has no change for the row: {row.text[:60]}")
+            problems.append(f"mutations.json has no change for the row: {row.text[:60]}")
         if not row.tests:
             problems.append(f"no test is named in the row: {row.text[:60]}")
     return rows, problems

@@ -10,7 +10,7 @@ import sys
 
 printer, folder, least = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
 files = sorted(folder.iterdir()) + list(map(pathlib.Path, sys.argv[4:]))
-reader = [sys.executable, str(pathlib.Path(__file__).with_name("read_records.py"))]
+reader = [sys.executable, str(pathlib.Path(__file__).parents[2] / "examples" / "read_records.py")]
 
 
 def lines(command):
