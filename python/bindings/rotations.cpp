@@ -1,0 +1,263 @@
+// Quaternions in both precisions, singly and in arrays: an array of n quaternions has the shape (n, 4).
+#include "bindings.h"
+#include "Conversions.h"
+
+#include <MRCommon/math/DQuat.h>
+#include <MRCommon/math/Quat.h>
+#include <pybind11/numpy.h>
+
+#include <algorithm>
+
+using namespace quarn;
+
+namespace {
+
+template <class Q> using ElementOf = std::decay_t<decltype(std::declval<Q const&>().X())>;
+template <class Q> using Elements = py::array_t<ElementOf<Q>, py::array::c_style | py::array::forcecast>;
+using Parameters = py::array_t<double, py::array::c_style | py::array::forcecast>;
+
+/// The quaternions of an argument: one for all, or one for each key.
+template <class Q> class Keys {
+public:
+    Keys(py::object const& argument, char const* name) {
+        if (py::isinstance<Q>(argument)) {
+            single_ = argument.cast<Q const&>();
+            return;
+        }
+        array_ = Elements<Q>::ensure(argument);
+        if (!array_) {
+            PyErr_Clear();
+            throw py::type_error(std::string(name) + " is neither a quaternion nor an array");
+        }
+        bool const one = array_.ndim() == 1 && array_.shape(0) == 4;
+        bool const many = array_.ndim() == 2 && array_.shape(1) == 4;
+        if (!one && !many) throw py::value_error(std::string(name) + " must have the shape (4,) or (n, 4)");
+        if (one) single_ = at(0);
+        isArray_ = many;
+    }
+
+    bool isArray() const { return isArray_; }
+    py::ssize_t size() const { return isArray_ ? array_.shape(0) : 1; }
+    Q operator[](py::ssize_t i) const { return isArray_ ? at(i) : single_; }
+
+private:
+    Q at(py::ssize_t i) const {
+        ElementOf<Q> const* const e = array_.data() + 4 * i;
+        return Q(e[0], e[1], e[2], e[3]);
+    }
+
+    Q single_;
+    Elements<Q> array_;
+    bool isArray_ = false;
+};
+
+/// The parameters of an interpolation: one for all keys, or one for each.
+class Times {
+public:
+    explicit Times(py::object const& argument) : array_(Parameters::ensure(argument)) {
+        if (!array_) {
+            PyErr_Clear();
+            throw py::type_error("t is neither a number nor an array");
+        }
+        if (array_.ndim() > 1) throw py::value_error("t must be a number or have the shape (n,)");
+    }
+    bool isArray() const { return array_.ndim() == 1; }
+    py::ssize_t size() const { return array_.size(); }
+    double operator[](py::ssize_t i) const { return array_.data()[isArray() ? i : 0]; }
+
+private:
+    Parameters array_;
+};
+
+/// The common length of all array arguments; ValueError if they differ.
+template <class... Arguments> py::ssize_t commonSize(Arguments const&... arguments) {
+    py::ssize_t size = -1;
+    auto const agree = [&](auto const& argument) {
+        if (!argument.isArray()) return;
+        if (size >= 0 && size != argument.size()) throw py::value_error("arrays of different lengths");
+        size = argument.size();
+    };
+    (agree(arguments), ...);
+    return size;
+}
+
+/// One result per key as an (n, 4) array; a single quaternion if no argument is an array.
+template <class Q, class Calculate, class... Arguments>
+py::object forEachKey(Calculate const& calculate, Arguments const&... arguments) {
+    py::ssize_t const size = commonSize(arguments...);
+    if (size < 0) return py::cast(calculate(arguments[0]...));
+    py::array_t<ElementOf<Q>> results({size, py::ssize_t(4)});
+    ElementOf<Q>* out = results.mutable_data();
+    {
+        py::gil_scoped_release const released;
+        for (py::ssize_t i = 0; i < size; ++i) {
+            Q const result = calculate(arguments[i]...);
+            for (int e = 0; e < 4; ++e) *out++ = result[e];
+        }
+    }
+    return results;
+}
+
+/// The rotation matrix that DQuat or Quat reads and writes as 3x3; Quat writes double and reads double or float.
+template <class M> M matrixFrom(py::array const& array, int size) {
+    auto const numbers = py::array_t<double, py::array::c_style | py::array::forcecast>::ensure(array);
+    if (!numbers) throw py::error_already_set();
+    M m;
+    for (int r = 0; r < size; ++r)
+        for (int c = 0; c < size; ++c)
+            m(r, c) = static_cast<std::decay_t<decltype(m(0, 0))>>(numbers.at(r, c));
+    return m;
+}
+
+template <class M, class T> py::array matrixToPython(M const& m, int size) {
+    py::array_t<T> array({size, size});
+    for (int r = 0; r < size; ++r)
+        for (int c = 0; c < size; ++c) array.mutable_at(r, c) = m(r, c);
+    return array;
+}
+
+template <class Q> Q fromMatrix(py::array const& array) {
+    if (array.ndim() != 2 || array.shape(0) != array.shape(1) || (array.shape(0) != 3 && array.shape(0) != 4))
+        throw py::value_error("a matrix of the shape (3, 3) or (4, 4) expected");
+    if (array.shape(0) == 3) {
+        auto m = matrixFrom<Matrix3<double>>(array, 3);
+        return Q(&m);
+    }
+    auto m = matrixFrom<Matrix4<ElementOf<Q>>>(array, 4);
+    return Q(&m);
+}
+
+template <class Q> py::array toMatrix(Q const& q, int size) {
+    if (size == 3) {
+        Matrix3<double> m;
+        q.QuatToMatrix(&m);
+        return matrixToPython<Matrix3<double>, double>(m, 3);
+    }
+    if (size != 4) throw py::value_error("the size of a matrix is 3 or 4");
+    Matrix4<ElementOf<Q>> m;
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 4; ++c) m(r, c) = r == c ? 1 : 0;
+    q.QuatToMatrix(&m);
+    return matrixToPython<Matrix4<ElementOf<Q>>, ElementOf<Q>>(m, 4);
+}
+
+template <class Q> void bindQuaternion(py::module_& module, char const* name) {
+    using T = ElementOf<Q>;
+    py::class_<Q> type(module, name);
+    type.def(py::init<>())
+        .def(py::init([](py::object const& e0, py::object const& e1, py::object const& e2, py::object const& e3) {
+            T e[4];
+            fromPython(e0, e[0]), fromPython(e1, e[1]), fromPython(e2, e[2]), fromPython(e3, e[3]);
+            return Q(e[0], e[1], e[2], e[3]);
+        }))
+        .def_property_readonly("elements",
+                               [](py::object const& self) {
+                                   Q& q = self.cast<Q&>();
+                                   return py::array_t<T>({4}, {sizeof(T)}, static_cast<T*>(q), self);
+                               })
+        .def("__getitem__",
+             [](Q const& q, int i) {
+                 if (i < -4 || i > 3) throw py::index_error("a quaternion has four elements");
+                 return q[i < 0 ? i + 4 : i];
+             })
+        .def("__setitem__",
+             [](Q& q, int i, py::object const& value) {
+                 if (i < -4 || i > 3) throw py::index_error("a quaternion has four elements");
+                 T element;
+                 fromPython(value, element);
+                 q[i < 0 ? i + 4 : i] = element;
+             })
+        .def("__len__", [](Q const&) { return 4; })
+        .def("__eq__", [](Q const& a, Q const& b) { return a == b; }, py::is_operator())
+        .def("__ne__", [](Q const& a, Q const& b) { return a != b; }, py::is_operator())
+        .def("__add__", [](Q const& a, Q const& b) { return a + b; }, py::is_operator())
+        .def("__sub__", [](Q const& a, Q const& b) { return a - b; }, py::is_operator())
+        .def("__neg__", [](Q const& a) { return -a; })
+        .def("__mul__", [](Q const& a, Q const& b) { return a * b; }, py::is_operator())
+        .def("__mul__", [](Q const& a, double s) { return a * static_cast<T>(s); }, py::is_operator())
+        .def("__rmul__", [](Q const& a, double s) { return a * static_cast<T>(s); }, py::is_operator())
+        .def("__truediv__", [](Q const& a, double s) { return a / static_cast<T>(s); }, py::is_operator())
+        .def("__repr__",
+             [name](Q const& q) {
+                 py::str const number("{!r}");
+                 std::string text = name + std::string("(");
+                 for (int i = 0; i < 4; ++i)
+                     text += (i == 0 ? "" : ", ") + std::string(py::str(number.format(py::float_(q[i]))));
+                 return text + ")";
+             })
+        .def(py::pickle([](Q const& q) { return py::make_tuple(q[0], q[1], q[2], q[3]); },
+                        [](py::tuple const& e) {
+                            if (e.size() != 4) throw py::value_error("a quaternion has four elements");
+                            return Q(e[0].cast<T>(), e[1].cast<T>(), e[2].cast<T>(), e[3].cast<T>());
+                        }))
+        .def("dot", [](Q const& a, Q const& b) { return a.Dot(b); }, py::arg("other"))
+        .def("inverse", [](Q const& q) { return q.getInverse(); })
+        .def("conjugate", [](Q const& q) { return q.Conjugate(); })
+        .def("exp", [](Q const& q) { return q.Exp(); })
+        .def("log", [](Q const& q) { return q.Log(); })
+        .def("to_axis_angle",
+             [](Q const& q) {
+                 Vector3<T> axis(0, 0, 0);
+                 T angle = 0;
+                 q.ToAxisAngle(axis, angle);
+                 return py::make_tuple(toPython(axis), angle);
+             })
+        .def("to_matrix", &toMatrix<Q>, py::arg("size") = 3)
+        .def_static(
+            "from_axis_angle",
+            [](py::object const& axis, py::object const& angle) {
+                Vector3<T> a;
+                T radians;
+                fromPython(axis, a);
+                fromPython(angle, radians);
+                return Q(a, radians);
+            },
+            py::arg("axis"), py::arg("angle"))
+        .def_static("from_matrix", &fromMatrix<Q>, py::arg("matrix"))
+        .def_static(
+            "slerp",
+            [](py::object const& t, py::object const& p, py::object const& q) {
+                return forEachKey<Q>([](double at, Q const& a, Q const& b) { return Q::Slerp(static_cast<T>(at), a, b); },
+                                     Times(t), Keys<Q>(p, "p"), Keys<Q>(q, "q"));
+            },
+            py::arg("t"), py::arg("p"), py::arg("q"))
+        .def_static(
+            "slerp_extra_spins",
+            [](py::object const& t, py::object const& p, py::object const& q, int spins) {
+                return forEachKey<Q>(
+                    [spins](double at, Q const& a, Q const& b) {
+                        return Q::SlerpExtraSpins(static_cast<T>(at), a, b, spins);
+                    },
+                    Times(t), Keys<Q>(p, "p"), Keys<Q>(q, "q"));
+            },
+            py::arg("t"), py::arg("p"), py::arg("q"), py::arg("spins"))
+        .def_static(
+            "intermediate",
+            [](py::object const& a, py::object const& b, py::object const& c) {
+                return forEachKey<Q>(
+                    [](Q const& u, Q const& v, Q const& w) { return Q::GetIntermediate(u, v, w); },
+                    Keys<Q>(a, "a"), Keys<Q>(b, "b"), Keys<Q>(c, "c"));
+            },
+            py::arg("a"), py::arg("b"), py::arg("c"))
+        .def_static(
+            "squad",
+            [](py::object const& t, py::object const& p, py::object const& a, py::object const& b,
+               py::object const& q) {
+                return forEachKey<Q>(
+                    [](double at, Q const& u, Q const& v, Q const& w, Q const& x) {
+                        return Q::Squad(static_cast<T>(at), u, v, w, x);
+                    },
+                    Times(t), Keys<Q>(p, "p"), Keys<Q>(a, "a"), Keys<Q>(b, "b"), Keys<Q>(q, "q"));
+            },
+            py::arg("t"), py::arg("p"), py::arg("a"), py::arg("b"), py::arg("q"));
+    type.attr("IDENTITY") = Q::IDENTITY;
+    type.attr("ZERO") = Q::ZERO;
+    type.attr("__hash__") = py::none();
+}
+
+} // namespace
+
+void bindRotations(py::module_& module) {
+    bindQuaternion<DQuat>(module, "DQuat");
+    bindQuaternion<Quat>(module, "Quat");
+}

@@ -1,0 +1,339 @@
+"""The property kinds: one class for each, below Ppty, with the names of C++."""
+from __future__ import annotations
+
+import os
+from typing import Any, Iterable, Mapping, Sequence, Union
+
+from . import _core
+
+__all__ = ["Ppty", "kinds", "load_plugin", "make"]
+
+Choices = Union[Mapping[str, int], Iterable[Sequence[Any]]]
+
+
+class Ppty:
+    """The base of all kinds: a named value with a type. Make one of the classes below it.
+
+    Two properties are equal if they are of one kind and have the same record. Properties can be copied and pickled.
+    """
+
+    __slots__ = ("_property",)
+    _property: _core.Property
+
+    @classmethod
+    def _wrap(cls, handle: _core.Property) -> "Ppty":
+        """Returns the Python object of the class that the handle's kind names."""
+        made = object.__new__(_class_named(handle.kind))
+        made._property = handle
+        return made
+
+    @property
+    def name(self) -> str:
+        """The name. A property keeps its name; `with_name` returns a copy with another one."""
+        return self._property.name
+
+    @property
+    def kind(self) -> str:
+        """The registered name of the class, such as "PptyFloat"."""
+        return self._property.kind
+
+    @property
+    def value(self) -> Any:
+        """The value. Setting raises TypeError for another type, OverflowError for a number that does not fit and
+        ValueError for a value that the bounds or the table refuse; the value is then unchanged."""
+        return self._property.value
+
+    @value.setter
+    def value(self, value: Any) -> None:
+        if not self._property.set_value(value):
+            raise ValueError(f"{self.kind} {self.name!r} refuses {value!r}")
+
+    def with_name(self, name: str) -> "Ppty":
+        """Returns a copy with another name."""
+        return Ppty._wrap(self._property.copy(name))
+
+    def to_bytes(self, endian: bool = False) -> bytes:
+        """Returns the record, as a FileStreamRaw writes it, or with `endian` as a FileStreamEndian does."""
+        return self._property.record(endian)
+
+    @classmethod
+    def from_bytes(cls, data: bytes, endian: bool = False, workspace: int | None = None) -> "Ppty":
+        """Returns a property of this class read from a record that fills `data`.
+
+        Raises RecordError, before anything is read, if the record is damaged or bytes follow it. `workspace` is the
+        version of the data, which decides between the layouts of an enumeration; None: the current one.
+        """
+        return Ppty._wrap(_core.read_bytes(bytes(data), [cls.__name__], None, endian, workspace)[0])
+
+    def __str__(self) -> str:
+        return self._property.text()
+
+    def __repr__(self) -> str:
+        return f"{self.kind}({self.name!r}, {self.value!r})"
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Ppty):
+            return NotImplemented
+        return self.kind == other.kind and self.to_bytes() == other.to_bytes()
+
+    __hash__ = None  # type: ignore[assignment]  # the value can change
+
+    def __copy__(self) -> "Ppty":
+        return Ppty._wrap(self._property.copy(None))
+
+    def __deepcopy__(self, memo: object) -> "Ppty":
+        return Ppty._wrap(self._property.copy(None))
+
+    def __reduce__(self):
+        return _from_record, (self.kind, self.to_bytes())
+
+
+class _Plain(Ppty):
+    """A kind with one value."""
+
+    __slots__ = ()
+
+    def __init__(self, name: str, value: Any = None):
+        self._property = _core.Property(type(self).__name__, name)
+        if value is not None:
+            self._property.store_value(value)
+
+
+class _Ranged(Ppty):
+    """A kind with inclusive bounds, which setting the value checks. As in C++, the constructor stores the value
+    unchecked, and a new bound changes neither the value nor the other bound."""
+
+    __slots__ = ()
+
+    def __init__(self, name: str, value: Any = None, minimum: Any = None, maximum: Any = None):
+        self._property = _core.Property(type(self).__name__, name)
+        if value is not None:
+            self._property.store_value(value)
+        if minimum is not None:
+            self._property.minimum = minimum
+        if maximum is not None:
+            self._property.maximum = maximum
+
+    @property
+    def minimum(self) -> Any:
+        """The least value that setting accepts."""
+        return self._property.minimum
+
+    @minimum.setter
+    def minimum(self, minimum: Any) -> None:
+        self._property.minimum = minimum
+
+    @property
+    def maximum(self) -> Any:
+        """The greatest value that setting accepts."""
+        return self._property.maximum
+
+    @maximum.setter
+    def maximum(self, maximum: Any) -> None:
+        self._property.maximum = maximum
+
+    def __repr__(self) -> str:
+        return f"{self.kind}({self.name!r}, {self.value!r}, {self.minimum!r}, {self.maximum!r})"
+
+
+class PptyInt(_Plain):
+    """An int of 32 bits."""
+
+    __slots__ = ()
+
+
+class PptyInt64(_Plain):
+    """An int of 64 bits."""
+
+    __slots__ = ()
+
+
+class PptyFloat(_Plain):
+    """A number in single precision."""
+
+    __slots__ = ()
+
+
+class PptyDouble(_Plain):
+    """A number in double precision."""
+
+    __slots__ = ()
+
+
+class PptyBool(_Plain):
+    """True or False."""
+
+    __slots__ = ()
+
+
+class PptyString(_Plain):
+    """A str without NUL, stored as UTF-8."""
+
+    __slots__ = ()
+
+
+class PptyVector3F(_Plain):
+    """Three numbers in single precision."""
+
+    __slots__ = ()
+
+
+class PptyVector3D(_Plain):
+    """Three numbers in double precision."""
+
+    __slots__ = ()
+
+
+class PptyColor4F(_Plain):
+    """Red, green, blue and opacity in single precision."""
+
+    __slots__ = ()
+
+
+class PptyColor4D(_Plain):
+    """Red, green, blue and opacity in double precision."""
+
+    __slots__ = ()
+
+
+class PptyArrayString(_Plain):
+    """A list of str. `value` is a copy of the list: set it to change it."""
+
+    __slots__ = ()
+
+
+class PptyFile(_Plain):
+    """The name of a file: a str."""
+
+    __slots__ = ()
+
+
+class PptyDirectory(_Plain):
+    """The name of a folder: a str."""
+
+    __slots__ = ()
+
+
+class RIntPpty(_Ranged):
+    """An int of 32 bits with bounds."""
+
+    __slots__ = ()
+
+
+class RInt64Ppty(_Ranged):
+    """An int of 64 bits with bounds."""
+
+    __slots__ = ()
+
+
+class RFloatPpty(_Ranged):
+    """A number in single precision with bounds."""
+
+    __slots__ = ()
+
+
+class RDoublePpty(_Ranged):
+    """A number in double precision with bounds."""
+
+    __slots__ = ()
+
+
+class RangeVect3FPpty(_Ranged):
+    """Three numbers in single precision, with bounds for each component."""
+
+    __slots__ = ()
+
+
+class RangeVect3DPpty(_Ranged):
+    """Three numbers in double precision, with bounds for each component."""
+
+    __slots__ = ()
+
+
+class PptyEnum(Ppty):
+    """A choice from a table of labels with numbers.
+
+    `choices` is a mapping from label to number or a sequence of pairs; `value` a label or a number of the table, or
+    None for no choice. The value reads as the label, and `index` as the number.
+    """
+
+    __slots__ = ()
+
+    def __init__(self, name: str, choices: Choices = (), value: str | int | None = None):
+        self._property = _core.Property(type(self).__name__, name)
+        self.choices = choices  # type: ignore[assignment]
+        if value is not None:
+            self.value = value
+
+    @property
+    def value(self) -> str | None:
+        """The label of the choice; None if no choice was made. Set it to a label or a number of the table."""
+        label, number = self._property.value
+        return None if label == "" and number == -1 else label
+
+    @value.setter
+    def value(self, value: str | int | None) -> None:
+        if value is None:
+            self._property.store_choice("", -1)
+        elif not self._property.set_value(value):
+            raise ValueError(f"{value!r} is not a choice of {self.kind} {self.name!r}")
+
+    @property
+    def index(self) -> int:
+        """The number of the choice; -1 if no choice was made."""
+        return self._property.value[1]
+
+    @property
+    def choices(self) -> list[tuple[str, int]]:
+        """The table, as pairs of label and number. Setting it leaves the choice unchanged."""
+        return self._property.choices
+
+    @choices.setter
+    def choices(self, choices: Choices) -> None:
+        self._property.choices = choices.items() if isinstance(choices, Mapping) else choices
+
+    def __repr__(self) -> str:
+        return f"{self.kind}({self.name!r}, {self.choices!r}, {self.value!r})"
+
+
+_KINDS = (PptyInt, PptyInt64, PptyFloat, PptyDouble, PptyBool, PptyString, PptyVector3F, PptyVector3D, PptyColor4F,
+          PptyColor4D, PptyArrayString, PptyFile, PptyDirectory, RIntPpty, RInt64Ppty, RFloatPpty, RDoublePpty,
+          RangeVect3FPpty, RangeVect3DPpty, PptyEnum)
+__all__ += [kind.__name__ for kind in _KINDS]
+
+_classes: dict[str, type[Ppty]] = {kind.__name__: kind for kind in _KINDS}
+
+
+def _class_named(kind: str) -> type[Ppty]:
+    """Returns the class of a kind, made on first use if a plug-in registered the kind."""
+    known = _classes.get(kind)
+    if known is None:
+        code = _core.Property(kind, "").type_code
+        base = next((b for b in _KINDS if _core.Property(b.__name__, "").type_code == code), None)
+        known = type(kind, (base or _Plain,), {"__slots__": (), "__doc__": f"The kind {kind}, of a plug-in."})
+        _classes[kind] = known
+    return known
+
+
+def _from_record(kind: str, record: bytes) -> Ppty:
+    return _class_named(kind).from_bytes(record)
+
+
+def kinds() -> list[str]:
+    """Returns the names of all property kinds, those of loaded plug-ins included."""
+    return _core.kinds()
+
+
+def make(kind: str, name: str, *args: Any, **kwargs: Any) -> Ppty:
+    """Returns a new property of the kind with this name; the other arguments are those of its class."""
+    return _class_named(kind)(name, *args, **kwargs)  # type: ignore[call-arg]
+
+
+def load_plugin(path: str | os.PathLike[str]) -> list[type[Ppty]]:
+    """Loads a plug-in for the rest of the process and returns the classes of the property kinds that it registered.
+
+    Raises ImportError with the platform's reason if it cannot be loaded.
+    """
+    before = set(_core.kinds())
+    _core.load_plugin(os.path.abspath(path))
+    return [_class_named(kind) for kind in _core.kinds() if kind not in before]
