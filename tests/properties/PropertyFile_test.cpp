@@ -201,6 +201,11 @@ TEST_F(PropertyFile, KeepsWhatAMissingPlugInStored) {
     EXPECT_EQ(list.property(0), nullptr);
     ASSERT_TRUE(saveProperties(path, list).ok());
     EXPECT_EQ(contentOf(path), newer);
+
+    PropertyList copied; // entry by entry, as callers who build a list of their own do
+    copied.addUnknown(list.className(0), list.unknownSchema(0), list.unknownRecord(0));
+    ASSERT_TRUE(saveProperties(path, copied).ok());
+    EXPECT_EQ(contentOf(path), newer);
     list.clear();
 }
 
@@ -252,6 +257,7 @@ TEST_F(PropertyFile, RefusesAClassThatReadsMoreThanItsRecord) {
 TEST_F(PropertyFile, RefusesFilesThatCannotBeOpened) {
     EXPECT_EQ(loadProperties(path, list).code, FileStatus::CannotOpen);
     EXPECT_EQ(loadProperties(path, list).message, path + ": No such file or directory");
+    EXPECT_EQ(loadProperties(path, list).systemError, ENOENT);
     EXPECT_EQ(loadProperties(folder.path(""), list).code, FileStatus::CannotOpen);
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(loadProperties(path, list).message, path + ": Not a regular file");
@@ -420,6 +426,7 @@ TEST_F(PropertyFile, IsNotSavedWhereItCannotBe) {
     std::string const plain = folder.path("plain");
     folder.touch("plain");
     EXPECT_EQ(saveProperties(plain + "/scene.props", list).message, plain + "/scene.props: Not a directory");
+    EXPECT_EQ(saveProperties(plain + "/scene.props", list).systemError, ENOTDIR);
     std::filesystem::create_directory(path);
     EXPECT_EQ(saveProperties(path, list).message, path + ": Not a regular file");
     EXPECT_EQ(saveProperties("", list).code, FileStatus::CannotWrite);
@@ -464,5 +471,10 @@ TEST(PropertyList, IgnoresWhatIsNotThereAndMovesItsProperties) {
     EXPECT_EQ(other.find("a"), other.property(0));
     EXPECT_EQ(other.find("b"), nullptr);
     list = std::move(other);
+    EXPECT_EQ(list.size(), 2u);
+    EXPECT_THROW(list.addUnknown("", 1, "bytes"), std::invalid_argument);
+    EXPECT_THROW(list.addUnknown(std::string("Ke\0lp", 5), 1, "bytes"), std::invalid_argument);
+    EXPECT_EQ(list.unknownSchema(1), 0u) << "of a property";
+    EXPECT_EQ(list.unknownRecord(7), "") << "beyond the end";
     EXPECT_EQ(list.size(), 2u);
 }

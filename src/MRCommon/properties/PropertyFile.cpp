@@ -17,6 +17,7 @@
 #include <cstring>
 #include <map>
 #include <new>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -53,6 +54,21 @@ Ppty* PropertyList::find(QN_String const& name) const {
 }
 
 void PropertyList::clear() { entries_.clear(); }
+
+void PropertyList::addUnknown(std::string const& className, unsigned int schema, std::string const& record) {
+    if (className.empty() || className.find('\0') != std::string::npos)
+        throw std::invalid_argument("the name of a class is empty or contains a NUL");
+    entries_.push_back({className, nullptr, schema, record});
+}
+
+unsigned int PropertyList::unknownSchema(std::size_t i) const {
+    return i < entries_.size() ? entries_[i].schema : 0;
+}
+
+std::string const& PropertyList::unknownRecord(std::size_t i) const {
+    static std::string const none;
+    return i < entries_.size() ? entries_[i].bytes : none;
+}
 
 struct detail::PropertyListAccess {
     using Entry = PropertyList::Entry;
@@ -114,7 +130,7 @@ template <class Act> FileStatus statusOf(FileStatus::Code systemFailure, Act con
     } catch (Failure& failure) {
         return std::move(failure.status);
     } catch (detail::SystemFailure const& failure) {
-        return {systemFailure, failure.what(), {}};
+        return {systemFailure, failure.what(), {}, failure.error};
     }
     return {};
 }

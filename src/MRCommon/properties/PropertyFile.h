@@ -54,6 +54,12 @@ public:
     Ppty* find(QN_String const& name) const;           ///< the first of that name; null if there is none
     void clear();                                      ///< deletes the properties
 
+    /// Appends an entry that is kept as bytes, as loading does for a class that is not registered. Saving stores the
+    /// three as they are; no class is asked. Throws std::invalid_argument if the name is empty or contains a NUL.
+    void addUnknown(std::string const& className, unsigned int schema, std::string const& record);
+    unsigned int unknownSchema(std::size_t i) const;       ///< 0 unless entry i is kept as bytes
+    std::string const& unknownRecord(std::size_t i) const; ///< empty unless entry i is kept as bytes
+
 private:
     friend struct detail::PropertyListAccess;
 
@@ -74,6 +80,7 @@ struct MRCOMMON_API FileStatus {
     /// One line with the path, the entry, the field and the system's reason; empty when ok.
     std::string message;
     RecordCheck fault;                     ///< what is wrong, for Damaged inside a record
+    int systemError = 0;                   ///< the errno of the call that failed; 0 if no call did
     bool ok() const { return code == Ok; } ///< whether saving or loading was complete
 };
 

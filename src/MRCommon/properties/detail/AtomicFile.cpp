@@ -30,7 +30,8 @@ std::string resolve(std::string const& path) {
     if (resolved != nullptr) return resolved.get();
     struct stat link;
     if (errno != ENOENT) throwErrno(path);
-    if (lstat(path.c_str(), &link) == 0) throw SystemFailure(path + ": The symbolic link leads to nothing");
+    if (lstat(path.c_str(), &link) == 0)
+        throw SystemFailure(path + ": The symbolic link leads to nothing", ENOENT);
     return path;
 }
 
@@ -44,7 +45,8 @@ std::string uniqueName(std::string const& folder) {
 } // namespace
 
 void throwErrno(std::string const& path) {
-    throw SystemFailure(path + ": " + std::generic_category().message(errno));
+    int const error = errno;
+    throw SystemFailure(path + ": " + std::generic_category().message(error), error);
 }
 
 /// A name that is taken is left over from a killed process or belongs to another machine.
@@ -81,7 +83,7 @@ AtomicFile::AtomicFile(std::string const& path)
     bool const isNew = stat(target_.c_str(), &old) != 0;
     if (isNew) old.st_mode = S_IFREG | 0666;
     require(!isNew || errno == ENOENT);
-    if (!S_ISREG(old.st_mode)) throw SystemFailure(path_ + ": Not a regular file");
+    if (!S_ISREG(old.st_mode)) throw SystemFailure(path_ + ": Not a regular file", EINVAL);
     require(isNew || access(target_.c_str(), W_OK) == 0);
     temporary_.emplace(folder_, old.st_mode & 0777);
     require(temporary_->descriptor() >= 0);

@@ -16,7 +16,8 @@ namespace quarn::detail {
 
 /// What the system refused, as one line "path: reason".
 struct SystemFailure : std::runtime_error {
-    using runtime_error::runtime_error;
+    SystemFailure(std::string const& line, int number) : runtime_error(line), error(number) {}
+    int error; ///< as errno
 };
 
 /// Throws a SystemFailure with the reason that errno gives.
