@@ -9,6 +9,8 @@ option(MRCOMMON_BUILD_DOCS "Add the target `manual` (needs Doxygen)" ${PROJECT_I
 option(MRCOMMON_INSTALL "Install the libraries, headers and manual; off if embedded, where the host decides" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_WERROR "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
 option(MRCOMMON_HARDEN "Check buffers and containers at run time and protect the stack; Debian packages are built so" OFF)
+set(MRCOMMON_BUILD_PYTHON OFF CACHE STRING
+    "Build the Python module: ON, OFF, or AUTO, which leaves it out if Python's headers or pybind11 are missing")
 set(MRCOMMON_SANITIZE "" CACHE STRING "Sanitizers for everything built here, for example address,undefined")
 
 if(PROJECT_IS_TOP_LEVEL AND DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)

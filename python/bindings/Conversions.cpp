@@ -34,7 +34,8 @@ template <class Integer> Integer integerFrom(py::handle object) {
 
 template <class Real> Real narrowed(double value) {
     auto const result = static_cast<Real>(value);
-    if (std::isinf(result) && !std::isinf(value)) throwOverflow("the number does not fit in single precision");
+    if (std::isinf(result) && !std::isinf(value))
+        throwOverflow("the number does not fit in single precision");
     return result;
 }
 
@@ -47,18 +48,17 @@ template <class Real> Real realFrom(py::handle object) {
     return narrowed<Real>(value);
 }
 
-/// The components of a tuple, a list, an array or anything else that numpy reads as numbers.
+/// Reads the components of a tuple or list, whose elements may be of any numeric type, or of what numpy reads as numbers.
 template <class Real, std::size_t count> std::array<Real, count> componentsFrom(py::handle object) {
-    py::array const raw = py::array::ensure(object);
-    if (!raw) PyErr_Clear();
-    char const kind = raw ? raw.dtype().kind() : '?';
-    if (kind != 'i' && kind != 'u' && kind != 'f') throwType("a sequence of numbers", object);
-    auto const numbers = py::array_t<double, py::array::c_style | py::array::forcecast>::ensure(raw);
-    if (!numbers) throw py::error_already_set();
-    if (numbers.ndim() != 1 || numbers.size() != static_cast<py::ssize_t>(count))
-        throw py::value_error(std::to_string(count) + " components expected");
+    bool const isPlain = PyTuple_Check(object.ptr()) || PyList_Check(object.ptr());
+    py::object const numbers = isPlain ? py::reinterpret_borrow<py::object>(object)
+                                       : py::object(numbersFrom<double>(object, "a vector"));
+    if (!isPlain && py::reinterpret_borrow<py::array>(numbers).ndim() != 1)
+        throw py::value_error("one dimension expected");
+    if (py::len(numbers) != count) throw py::value_error(std::to_string(count) + " components expected");
     std::array<Real, count> components;
-    for (std::size_t i = 0; i < count; ++i) components[i] = narrowed<Real>(numbers.data()[i]);
+    for (std::size_t i = 0; i < count; ++i)
+        components[i] = realFrom<Real>(py::reinterpret_borrow<py::sequence>(numbers)[i]);
     return components;
 }
 
@@ -79,11 +79,6 @@ void throwOverflow(std::string const& message) {
     throw py::error_already_set();
 }
 
-void throwOsError(std::string const& path) {
-    PyErr_SetFromErrnoWithFilenameObject(PyExc_OSError, pathToPython(path).ptr());
-    throw py::error_already_set();
-}
-
 py::str toPython(std::string_view text) {
     auto decoded = py::reinterpret_steal<py::str>(
         PyUnicode_DecodeUTF8(text.data(), static_cast<py::ssize_t>(text.size()), "surrogateescape"));
@@ -93,8 +88,8 @@ py::str toPython(std::string_view text) {
 
 std::string textFrom(py::handle object) {
     if (!PyUnicode_Check(object.ptr())) throwType("str", object);
-    auto const encoded = py::reinterpret_steal<py::bytes>(
-        PyUnicode_AsEncodedString(object.ptr(), "utf-8", "surrogateescape"));
+    auto const encoded =
+        py::reinterpret_steal<py::bytes>(PyUnicode_AsEncodedString(object.ptr(), "utf-8", "surrogateescape"));
     if (!encoded) throw py::error_already_set();
     std::string text = encoded;
     if (text.find('\0') != std::string::npos) throw py::value_error("embedded null character");
@@ -119,7 +114,9 @@ py::object toPython(long long value) { return py::int_(value); }
 py::object toPython(float value) { return py::float_(value); }
 py::object toPython(double value) { return py::float_(value); }
 py::object toPython(bool value) { return py::bool_(value); }
-py::object toPython(QN_String const& value) { return toPython(std::string_view(value.data(), value.length())); }
+py::object toPython(QN_String const& value) {
+    return toPython(std::string_view(value.data(), value.length()));
+}
 py::object toPython(Vector3<float> const& v) { return py::make_tuple(v.x, v.y, v.z); }
 py::object toPython(Vector3<double> const& v) { return py::make_tuple(v.x, v.y, v.z); }
 py::object toPython(Color4<float> const& c) { return py::make_tuple(c.r, c.g, c.b, c.a); }
@@ -135,6 +132,16 @@ py::object toPython(Tuple2<QN_String, int> const& value) {
     return py::make_tuple(toPython(value.first), value.second);
 }
 
+py::array arrayFrom(py::handle object, char const* name) {
+    py::array array = py::array::ensure(object);
+    if (!array) PyErr_Clear();
+    char const kind = array ? array.dtype().kind() : '?';
+    if (kind != 'i' && kind != 'u' && kind != 'f')
+        throw py::type_error(std::string(name) + ": numbers expected, not " + typeName(object));
+    return array;
+}
+
+void fromPython(py::handle object, unsigned int& value) { value = integerFrom<unsigned int>(object); }
 void fromPython(py::handle object, int& value) { value = integerFrom<int>(object); }
 void fromPython(py::handle object, long long& value) { value = integerFrom<long long>(object); }
 void fromPython(py::handle object, float& value) { value = realFrom<float>(object); }

@@ -9,7 +9,7 @@
 #include <MRCommon/basic/QN_String.h>
 #include <MRCommon/basic/Tuple.h>
 #include <MRCommon/basic/Vector3.h>
-#include <pybind11/pybind11.h>
+#include <pybind11/numpy.h>
 
 #include <string>
 #include <string_view>
@@ -17,7 +17,6 @@
 namespace py = pybind11;
 
 [[noreturn]] void throwOverflow(std::string const& message); ///< OverflowError
-[[noreturn]] void throwOsError(std::string const& path);     ///< OSError of the current errno, with the path
 
 ///@{
 /// The bytes between Python's str and the library. A str that contains NUL is a ValueError.
@@ -25,7 +24,7 @@ py::str toPython(std::string_view text);
 std::string textFrom(py::handle object);
 ///@}
 
-std::string pathFrom(py::handle object); ///< from str, bytes or os.PathLike; TypeError otherwise
+std::string pathFrom(py::handle object);       ///< from str, bytes or os.PathLike; TypeError otherwise
 py::str pathToPython(std::string const& path); ///< as os.fsdecode
 
 ///@{
@@ -47,6 +46,7 @@ py::object toPython(quarn::Tuple2<quarn::QN_String, int> const& value);
 ///@{
 /// A Python object as a value. Throws TypeError for another type, OverflowError for a number that does not fit and
 /// ValueError for another number of components; `value` is then unchanged.
+void fromPython(py::handle object, unsigned int& value);
 void fromPython(py::handle object, int& value);
 void fromPython(py::handle object, long long& value);
 void fromPython(py::handle object, float& value);
@@ -58,6 +58,24 @@ void fromPython(py::handle object, quarn::Vector3<double>& value);
 void fromPython(py::handle object, quarn::Color4<float>& value);
 void fromPython(py::handle object, quarn::Color4<double>& value);
 void fromPython(py::handle object, quarn::Array<quarn::QN_String>& value);
+///@}
+
+template <class Value> Value valueFrom(py::handle object) {
+    Value value;
+    fromPython(object, value);
+    return value;
+}
+
+///@{
+/// Returns what numpy reads as an array of integers or reals; TypeError, which names the argument, for anything else.
+/// As in numpy, numbers beyond the range of single precision become infinite.
+py::array arrayFrom(py::handle object, char const* name);
+template <class Real> py::array_t<Real> numbersFrom(py::handle object, char const* name) {
+    auto numbers =
+        py::array_t<Real, py::array::c_style | py::array::forcecast>::ensure(arrayFrom(object, name));
+    if (!numbers) throw py::error_already_set();
+    return std::move(numbers);
+}
 ///@}
 
 #endif

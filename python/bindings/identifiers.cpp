@@ -36,27 +36,46 @@ ByteId idFrom(py::object const& source) {
 } // namespace
 
 void bindIdentifiers(py::module_& module) {
-    py::class_<ByteId>(module, "ByteId")
+    py::class_<ByteId>(module, "ByteId", R"(An identifier of 16 bytes, ordered by its bytes.
+
+ByteId() is zero. ByteId(source) takes hexadecimal text with dashes anywhere (missing digits are 0, those after the 32nd
+are not examined), 16 bytes, or a uuid.UUID. ValueError for malformed text and for other than 16 bytes.)")
         .def(py::init<>())
         .def(py::init(&idFrom), py::arg("source"))
-        .def_property_readonly("bytes", &bytesOf)
-        .def_property_readonly("uuid",
-                               [](ByteId const& id) {
-                                   return py::module_::import("uuid").attr("UUID")(py::arg("bytes") = bytesOf(id));
-                               })
-        .def_property_readonly("index", &ByteId::toQN_INDEX64)
-        .def("next", [](ByteId id) { id.incIdFromLast8BytesAsIdx64(); return id; })
+        .def_property_readonly("bytes", &bytesOf, "The 16 bytes.")
+        .def_property_readonly(
+            "uuid",
+            [](ByteId const& id) {
+                return py::module_::import("uuid").attr("UUID")(py::arg("bytes") = bytesOf(id));
+            },
+            "The same bytes as a uuid.UUID.")
+        .def_property_readonly("index", &ByteId::toQN_INDEX64,
+                               "The last 8 bytes as a big-endian number, without its top bit.")
+        .def(
+            "next",
+            [](ByteId id) {
+                id.incIdFromLast8BytesAsIdx64();
+                return id;
+            },
+            "Returns the identifier whose last 8 bytes are `index` + 1.")
         .def("__bytes__", &bytesOf)
         .def("__str__", [](ByteId const& id) { return toPython(id.toUuidString()); })
-        .def("__repr__", [](ByteId const& id) { return std::string("ByteId('") + id.toUuidString().c_str() + "')"; })
+        .def("__repr__",
+             [](ByteId const& id) { return std::string("ByteId('") + id.toUuidString().c_str() + "')"; })
         .def("__bool__", [](ByteId const& id) { return !id.isZero(); })
         .def("__hash__", [](ByteId const& id) { return py::hash(bytesOf(id)); })
-        .def("__eq__", [](ByteId const& a, ByteId const& b) { return a == b; }, py::is_operator())
-        .def("__ne__", [](ByteId const& a, ByteId const& b) { return a != b; }, py::is_operator())
-        .def("__lt__", [](ByteId const& a, ByteId const& b) { return a < b; }, py::is_operator())
-        .def("__le__", [](ByteId const& a, ByteId const& b) { return a <= b; }, py::is_operator())
-        .def("__gt__", [](ByteId const& a, ByteId const& b) { return a > b; }, py::is_operator())
-        .def("__ge__", [](ByteId const& a, ByteId const& b) { return a >= b; }, py::is_operator())
+        .def(
+            "__eq__", [](ByteId const& a, ByteId const& b) { return a == b; }, py::is_operator())
+        .def(
+            "__ne__", [](ByteId const& a, ByteId const& b) { return a != b; }, py::is_operator())
+        .def(
+            "__lt__", [](ByteId const& a, ByteId const& b) { return a < b; }, py::is_operator())
+        .def(
+            "__le__", [](ByteId const& a, ByteId const& b) { return a <= b; }, py::is_operator())
+        .def(
+            "__gt__", [](ByteId const& a, ByteId const& b) { return a > b; }, py::is_operator())
+        .def(
+            "__ge__", [](ByteId const& a, ByteId const& b) { return a >= b; }, py::is_operator())
         .def(py::pickle([](ByteId const& id) { return bytesOf(id); },
                         [](py::bytes const& bytes) { return idFromBytes(std::string_view(bytes)); }));
 }

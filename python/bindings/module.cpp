@@ -1,7 +1,11 @@
 #include "bindings.h"
+#include "Failures.h"
 
 PYBIND11_MODULE(_core, module) {
     module.doc() = "The compiled part of mrcommon: conversions between Python objects and the library.";
+    module.def(
+        "version", [] { return MRCOMMON_PYTHON_VERSION; }, "Returns the version, such as \"1.0.0\".");
+    registerFailures();
     bindProperties(module);
     bindFrames(module);
     bindRotations(module);

@@ -1,6 +1,7 @@
 // Properties, their records and the files of both kinds. Python's classes (mrcommon/properties.py) hold a Property.
 #include "bindings.h"
 #include "Conversions.h"
+#include "Failures.h"
 
 #include <MRCommon/host/ConfigurationMngr.h>
 #include <MRCommon/properties/BasicPpty.h>
@@ -14,24 +15,28 @@
 #include <MRCommon/system/LibLoader.h>
 #include <pybind11/stl.h>
 
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <shared_mutex>
+#include <string>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 using namespace quarn;
 
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 using WorkSpaceVersion = std::optional<unsigned int>;
 
@@ -71,26 +76,6 @@ private:
     std::unique_lock<std::shared_mutex> exclusive_;
 };
 
-/// A record that cannot be read; becomes a RecordError in Python.
-struct RecordFault {
-    std::string message, field;
-    unsigned long long offset;
-    char const* reason;
-};
-
-RecordFault faultOf(RecordCheck const& check) {
-    static char const* const reasons[] = {"Good",         "EndsEarly",  "SizeBeyondFile",
-                                          "Unterminated", "UnknownTag", "NotSeekable"};
-    return {check.message(), check.field, check.offset, reasons[check.reason]};
-}
-
-void raiseRecordError(RecordFault const& fault) {
-    py::object const type = py::module_::import("mrcommon.errors").attr("RecordError");
-    py::object const error = type(toPython(std::string_view(fault.message)),
-                                  toPython(std::string_view(fault.field)), fault.offset, fault.reason);
-    PyErr_SetObject(type.ptr(), error.ptr());
-}
-
 template <class> constexpr bool isRanged = false;
 template <class T, unsigned int code> constexpr bool isRanged<RangePpty<T, code>> = true;
 
@@ -129,7 +114,8 @@ template <class Visit> bool visitProperty(Ppty& property, Visit const& visit) {
 }
 
 /// The value type of the template that a visit hands over.
-template <class Typed> using ValueOf = std::remove_pointer_t<decltype(std::declval<Typed&>().getRefToValue())>;
+template <class Typed>
+using ValueOf = std::remove_pointer_t<decltype(std::declval<Typed&>().getRefToValue())>;
 
 [[noreturn]] void throwNoAttribute(Ppty const& property, char const* attribute) {
     throw py::attribute_error(std::string(property.getClassName().c_str()) + " has no " + attribute);
@@ -159,7 +145,8 @@ QN_MetaClassBase const& classNamed(std::string const& kind) {
 /// Makes a property with a default value; the components of a vector are zero.
 std::unique_ptr<Ppty> makeProperty(QN_MetaClassBase const& metaClass) {
     std::unique_ptr<Ppty> property(static_cast<Ppty*>(metaClass.metaNew()));
-    if (property == nullptr) throw py::value_error(std::string(metaClass.className().c_str()) + " has no objects");
+    if (property == nullptr)
+        throw py::value_error(std::string(metaClass.className().c_str()) + " has no objects");
     visitProperty(*property, [](auto& typed) {
         using T = ValueOf<std::decay_t<decltype(typed)>>;
         if constexpr (std::is_same_v<T, Vector3<float>> || std::is_same_v<T, Vector3<double>>)
@@ -169,13 +156,18 @@ std::unique_ptr<Ppty> makeProperty(QN_MetaClassBase const& metaClass) {
 }
 
 // ---------------------------------------------------------------------------
-// Streams on memory and on files
+// Streams on memory and on files. What follows runs without the interpreter's lock.
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
 
 /// A FILE on memory that grows.
 class MemoryFile {
 public:
     MemoryFile() : file_(open_memstream(&data_, &size_)) {
-        if (file_ == nullptr) throwOsError("a stream in memory");
+        if (file_ == nullptr) throw std::bad_alloc();
     }
     ~MemoryFile() {
         file_.reset();
@@ -185,8 +177,8 @@ public:
     MemoryFile& operator=(MemoryFile const&) = delete;
 
     std::FILE* file() const { return file_.get(); }
-    py::bytes bytes() {
-        if (std::fflush(file_.get()) != 0) throwOsError("a stream in memory");
+    std::string_view bytes() {
+        if (std::fflush(file_.get()) != 0) throw std::bad_alloc();
         return {data_, size_};
     }
 
@@ -196,27 +188,31 @@ private:
     File file_;
 };
 
-File openBytes(std::string_view data) {
-    // A FILE without bytes is one of a size that nothing reads, since some platforms refuse a size of 0.
-    static char nothing = 0;
-    char* const start = data.empty() ? &nothing : const_cast<char*>(data.data());
-    File file(fmemopen(start, data.empty() ? 1 : data.size(), "rb"));
-    if (file == nullptr) throwOsError("a stream in memory");
-    if (data.empty()) std::fseek(file.get(), 0, SEEK_END);
+/// Opens a regular file, or another one that can be opened without waiting for anybody.
+File openPath(std::string const& path) {
+    int const descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) throw SystemError{errno, path};
+    File file(fdopen(descriptor, "rb"));
+    if (file == nullptr) throw SystemError{errno, path};
+    struct stat status;
+    if (fstat(descriptor, &status) != 0) throw SystemError{errno, path};
+    if (S_ISDIR(status.st_mode)) throw SystemError{EISDIR, path};
     return file;
 }
 
-File openPath(std::string const& path) {
-    File file(std::fopen(path.c_str(), "rb"));
-    if (file == nullptr) throwOsError(path);
+File openBytes(std::string_view data) {
+    if (data.empty()) return openPath("/dev/null"); // some platforms refuse memory of no bytes
+    File file(fmemopen(const_cast<char*>(data.data()), data.size(), "rb"));
+    if (file == nullptr) throw std::bad_alloc();
     return file;
 }
 
 bool atEnd(std::FILE* file) {
+    errno = 0;
     int const next = std::fgetc(file);
-    if (next == EOF) return true;
-    std::ungetc(next, file);
-    return false;
+    if (next != EOF) std::ungetc(next, file);
+    if (next == EOF && std::ferror(file) != 0) throw SystemError{errno, {}};
+    return next == EOF;
 }
 
 void writeRecord(Ppty const& property, std::FILE* file, bool endian) {
@@ -260,7 +256,8 @@ struct Kinds {
 };
 
 /// Calls `take(pattern)` for each record of the file, checked and with the file at its beginning; `take` moves past it.
-template <class Take> std::size_t forEachRecord(std::FILE* file, Kinds const& kinds, bool endian, Take const& take) {
+template <class Take>
+std::size_t forEachRecord(std::FILE* file, Kinds const& kinds, bool endian, Take const& take) {
     std::size_t count = 0;
     for (std::size_t i = 0;; ++i, ++count) {
         if (i == kinds.patterns.size()) {
@@ -270,12 +267,12 @@ template <class Take> std::size_t forEachRecord(std::FILE* file, Kinds const& ki
         bool const mayEnd = kinds.repeatFrom && i == *kinds.repeatFrom;
         if (mayEnd && atEnd(file)) return count;
         RecordCheck const check = checkOne(*kinds.patterns[i], file, endian);
-        if (!check.good()) throw faultOf(check);
+        if (!check.good()) throw RecordFault(check);
         take(*kinds.patterns[i], check);
     }
     if (!atEnd(file))
-        throw RecordFault{"bytes follow the last record", "", static_cast<unsigned long long>(std::ftell(file)),
-                          "TrailingBytes"};
+        throw RecordFault("bytes follow the last record", static_cast<unsigned long long>(ftello(file)),
+                          "TrailingBytes");
     return count;
 }
 
@@ -289,7 +286,8 @@ public:
     Ppty& get() const { return *property_; }
 
     py::object value() const {
-        if (auto* const choice = dynamic_cast<PptyEnum*>(property_.get())) return toPython(*choice->getRefToValue());
+        if (auto* const choice = dynamic_cast<PptyEnum*>(property_.get()))
+            return toPython(*choice->getRefToValue());
         py::object result;
         if (!visitProperty(*property_, [&](auto& typed) { result = toPython(*typed.getRefToValue()); }))
             throwNoAttribute(*property_, "value");
@@ -301,9 +299,7 @@ public:
         if (auto* const choice = dynamic_cast<PptyEnum*>(property_.get())) return setChoice(*choice, object);
         bool taken = false;
         visit("value", [&](auto& typed) {
-            ValueOf<std::decay_t<decltype(typed)>> value{};
-            fromPython(object, value);
-            taken = typed.setValue(value);
+            taken = typed.setValue(valueFrom<ValueOf<std::decay_t<decltype(typed)>>>(object));
         });
         return taken;
     }
@@ -311,18 +307,13 @@ public:
     /// As a constructor does: bounds are not checked.
     void storeValue(py::handle object) {
         visit("value", [&](auto& typed) {
-            ValueOf<std::decay_t<decltype(typed)>> value{};
-            fromPython(object, value);
-            *typed.getRefToValue() = value;
+            *typed.getRefToValue() = valueFrom<ValueOf<std::decay_t<decltype(typed)>>>(object);
         });
     }
 
     /// An enumeration's label and number, whatever its table contains.
     void storeChoice(py::handle label, py::handle number) {
-        Tuple2<QN_String, int> pair;
-        fromPython(label, pair.first);
-        fromPython(number, pair.second);
-        enumeration().setValue(pair);
+        enumeration().setValue(Tuple2<QN_String, int>(valueFrom<QN_String>(label), valueFrom<int>(number)));
     }
 
     py::object minimum() const {
@@ -354,12 +345,8 @@ public:
             if (!py::isinstance<py::sequence>(item) || py::len(item) != 2)
                 throw py::type_error("choices are pairs of label and number");
             auto const pair = py::reinterpret_borrow<py::sequence>(item);
-            QN_String label;
-            int number = 0;
-            fromPython(py::object(pair[0]), label);
-            fromPython(py::object(pair[1]), number);
-            labels.push_back(label);
-            numbers.push_back(number);
+            labels.push_back(valueFrom<QN_String>(py::object(pair[0])));
+            numbers.push_back(valueFrom<int>(py::object(pair[1])));
         }
         PptyEnum& choice = enumeration();
         choice.itemLabels = labels;
@@ -369,12 +356,13 @@ public:
     py::bytes record(bool endian) const {
         MemoryFile memory;
         writeRecord(*property_, memory.file(), endian);
-        return memory.bytes();
+        std::string_view const bytes = memory.bytes();
+        return {bytes.data(), bytes.size()};
     }
 
     Property copy(std::optional<std::string> const& name) const {
-        return Property(std::unique_ptr<Ppty>(
-            name ? property_->cloneWithNewName(QN_String(name->c_str())) : property_->clone()));
+        return Property(std::unique_ptr<Ppty>(name ? property_->cloneWithNewName(QN_String(name->c_str()))
+                                                   : property_->clone()));
     }
 
     std::unique_ptr<Ppty> clone() const { return std::unique_ptr<Ppty>(property_->clone()); }
@@ -403,9 +391,7 @@ private:
 
     template <class Set> void setBound(char const* attribute, py::handle object, Set const& set) {
         visitRange(attribute, [&](auto& ranged) {
-            ValueOf<std::decay_t<decltype(ranged)>> value{};
-            fromPython(object, value);
-            set(ranged, value);
+            set(ranged, valueFrom<ValueOf<std::decay_t<decltype(ranged)>>>(object));
         });
     }
 
@@ -417,9 +403,7 @@ private:
 
     static bool setChoice(PptyEnum& choice, py::handle object) {
         if (PyUnicode_Check(object.ptr())) return choice.setValue(ItemVariant(textFrom(object).c_str()));
-        int number = 0;
-        fromPython(object, number);
-        return choice.setValue(ItemVariant(number));
+        return choice.setValue(ItemVariant(valueFrom<int>(object)));
     }
 
     std::unique_ptr<Ppty> property_;
@@ -437,46 +421,126 @@ py::list kinds() {
     return names;
 }
 
-/// The records of a file in Python's hands; the interpreter's lock is released while they are read.
-py::list readAll(std::FILE* file, Kinds const& kinds, bool endian, WorkSpaceVersion const& version) {
-    std::vector<std::unique_ptr<Ppty>> read;
-    {
-        py::gil_scoped_release const released;
-        ScopedWorkSpace const workSpace(version);
-        forEachRecord(file, kinds, endian, [&](Ppty const& pattern, RecordCheck const&) {
-            read.emplace_back(pattern.clone());
-            readOne(*read.back(), file, endian);
-        });
+// ---------------------------------------------------------------------------
+// Files of records. Whatever waits for a disk or reads much runs without the interpreter's lock.
+
+/// How the records of a file are read.
+struct RecordOptions {
+    RecordOptions(std::vector<std::string> const& names, std::optional<std::size_t> repeatFrom, bool isEndian,
+                  py::object const& workSpace)
+        : kinds(names, repeatFrom), endian(isEndian) {
+        if (!workSpace.is_none()) version = valueFrom<unsigned int>(workSpace);
     }
+    Kinds kinds;
+    bool endian;
+    WorkSpaceVersion version;
+};
+
+/// Runs `act` without the interpreter's lock; what it throws names the file.
+template <class Act> auto unlocked(std::string const& path, Act const& act) {
+    py::gil_scoped_release const released;
+    try {
+        return act();
+    } catch (RecordFault& fault) {
+        fault.path = path;
+        throw;
+    } catch (SystemError& error) {
+        error.path = path;
+        throw;
+    }
+}
+
+using Records = std::vector<std::unique_ptr<Ppty>>;
+
+Records readAll(File const& file, RecordOptions const& options) {
+    Records records;
+    ScopedWorkSpace const workSpace(options.version);
+    forEachRecord(file.get(), options.kinds, options.endian, [&](Ppty const& pattern, RecordCheck const&) {
+        records.emplace_back(pattern.clone());
+        readOne(*records.back(), file.get(), options.endian);
+    });
+    return records;
+}
+
+std::size_t checkAll(File const& file, RecordOptions const& options) {
+    ScopedWorkSpace const workSpace(options.version);
+    return forEachRecord(file.get(), options.kinds, options.endian,
+                         [&](Ppty const&, RecordCheck const& check) {
+                             if (fseeko(file.get(), static_cast<off_t>(check.offset), SEEK_SET) != 0)
+                                 throw SystemError{errno, {}};
+                         });
+}
+
+py::list propertiesOf(Records records) {
     py::list properties;
-    for (std::unique_ptr<Ppty>& property : read) properties.append(Property(std::move(property)));
+    for (std::unique_ptr<Ppty>& property : records) properties.append(Property(std::move(property)));
     return properties;
 }
 
-std::size_t checkAll(std::FILE* file, Kinds const& kinds, bool endian, WorkSpaceVersion const& version) {
-    py::gil_scoped_release const released;
-    ScopedWorkSpace const workSpace(version);
-    return forEachRecord(file, kinds, endian, [&](Ppty const&, RecordCheck const& check) {
-        fseeko(file, static_cast<off_t>(check.offset), SEEK_SET);
+py::tuple checkFile(std::string const& path, RecordOptions const& options) {
+    std::size_t records = 0;
+    off_t bytes = 0;
+    unlocked(path, [&] {
+        File const file = openPath(path);
+        records = checkAll(file, options);
+        bytes = ftello(file.get());
     });
+    return py::make_tuple(records, bytes);
+}
+
+// ---------------------------------------------------------------------------
+// Files that describe themselves. An entry of an unknown class is a tuple (class, schema, record).
+
+void throwUnless(FileStatus const& status, std::string const& path) {
+    if (status.ok()) return;
+    if (status.systemError != 0) throw SystemError{status.systemError, path};
+    if (status.code == FileStatus::CannotOpen) {
+        PyErr_SetString(PyExc_OSError, status.message.c_str());
+        throw py::error_already_set();
+    }
+    if (status.code != FileStatus::Damaged) throw py::value_error(status.message);
+    RecordFault fault(status.fault);
+    fault.message = status.message.substr(path.size() + 2); // the exception adds the path
+    fault.path = path;
+    throw fault;
+}
+
+py::list loadFile(std::string const& path) {
+    PropertyList list;
+    throwUnless(unlocked(path, [&] { return loadProperties(path, list); }), path);
+    py::list entries;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        if (Ppty const* const property = list.property(i))
+            entries.append(Property(std::unique_ptr<Ppty>(property->clone())));
+        else
+            entries.append(py::make_tuple(toPython(std::string_view(list.className(i))),
+                                          list.unknownSchema(i), py::bytes(list.unknownRecord(i))));
+    return entries;
+}
+
+/// Saves copies, which no other thread can change meanwhile.
+void saveFile(std::string const& path, py::iterable const& entries) {
+    PropertyList list;
+    for (py::handle const entry : entries)
+        if (py::isinstance<Property>(entry)) {
+            list.add(entry.cast<Property const&>().clone());
+        } else {
+            auto const [className, schema, record] =
+                entry.cast<std::tuple<py::object, py::object, py::bytes>>();
+            list.addUnknown(textFrom(className), valueFrom<unsigned int>(schema), std::string(record));
+        }
+    throwUnless(unlocked(path, [&] { return saveProperties(path, list); }), path);
 }
 
 void loadPlugIn(std::string const& path) {
     if (LibLoader::load(QN_String(path.c_str())) != nullptr) return;
-    throw py::import_error(LibLoader::lastError());
+    char const* const reason = dlerror();
+    throw py::import_error(reason == nullptr ? path + ": cannot be loaded" : reason);
 }
 
 } // namespace
 
 void bindProperties(py::module_& module) {
-    py::register_exception_translator([](std::exception_ptr thrown) {
-        try {
-            if (thrown) std::rethrow_exception(thrown);
-        } catch (RecordFault const& fault) {
-            raiseRecordError(fault);
-        }
-    });
-
     py::class_<Property>(module, "Property", "A property of the library, owned.")
         .def(py::init([](py::str const& kind, py::str const& name) {
                  return makeNamed(textFrom(kind), textFrom(name));
@@ -500,19 +564,27 @@ void bindProperties(py::module_& module) {
 
     module.def("kinds", &kinds);
     module.def("load_plugin", [](py::object const& path) { loadPlugIn(pathFrom(path)); });
-    module.def("read_bytes", [](py::bytes const& data, std::vector<std::string> const& kinds,
-                                std::optional<std::size_t> repeatFrom, bool endian,
-                                WorkSpaceVersion const& version) {
-        return readAll(openBytes(std::string_view(data)).get(), Kinds(kinds, repeatFrom), endian, version);
+    module.def("load_file", [](py::object const& path) { return loadFile(pathFrom(path)); });
+    module.def("save_file", [](py::object const& path, py::iterable const& entries) {
+        saveFile(pathFrom(path), entries);
     });
-    module.def("read_file", [](py::object const& path, std::vector<std::string> const& kinds,
-                               std::optional<std::size_t> repeatFrom, bool endian,
-                               WorkSpaceVersion const& version) {
-        return readAll(openPath(pathFrom(path)).get(), Kinds(kinds, repeatFrom), endian, version);
-    });
-    module.def("check_file", [](py::object const& path, std::vector<std::string> const& kinds,
-                                std::optional<std::size_t> repeatFrom, bool endian,
-                                WorkSpaceVersion const& version) {
-        return checkAll(openPath(pathFrom(path)).get(), Kinds(kinds, repeatFrom), endian, version);
-    });
+    module.def("read_bytes",
+               [](py::bytes const& data, std::vector<std::string> const& kinds,
+                  std::optional<std::size_t> repeatFrom, bool endian, py::object const& version) {
+                   RecordOptions const options(kinds, repeatFrom, endian, version);
+                   std::string_view const bytes(data);
+                   return propertiesOf(unlocked({}, [&] { return readAll(openBytes(bytes), options); }));
+               });
+    module.def("read_file",
+               [](py::object const& path, std::vector<std::string> const& kinds,
+                  std::optional<std::size_t> repeatFrom, bool endian, py::object const& version) {
+                   RecordOptions const options(kinds, repeatFrom, endian, version);
+                   std::string const name = pathFrom(path);
+                   return propertiesOf(unlocked(name, [&] { return readAll(openPath(name), options); }));
+               });
+    module.def("check_file",
+               [](py::object const& path, std::vector<std::string> const& kinds,
+                  std::optional<std::size_t> repeatFrom, bool endian, py::object const& version) {
+                   return checkFile(pathFrom(path), RecordOptions(kinds, repeatFrom, endian, version));
+               });
 }

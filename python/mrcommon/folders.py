@@ -1,18 +1,20 @@
 """Checking whole folders of frames, on one machine or on many."""
 from __future__ import annotations
 
+import itertools
 import os
-from concurrent.futures import Executor, Future, ThreadPoolExecutor, as_completed
+from concurrent.futures import CancelledError, Executor, Future, ThreadPoolExecutor, as_completed
 from dataclasses import dataclass, field
-from typing import Any, Callable, Iterable, Sequence, Union
+from typing import Any, Callable, Iterable, Iterator, Sequence, Union
 
+from . import _core
 from .errors import RecordError
-from .frames import FrameSequence, scan_frames
-from .records import check_records
-
-__all__ = ["Fault", "FolderReport", "MissingFrames", "check_folder"]
+from .frames import scan_frames
+from .records import _named
 
 Path = Union[str, "os.PathLike[str]"]
+Checked = tuple[int, list["Fault"]]
+Chunk = tuple[str, list[str], list[str], Union[int, None], bool, Union[int, None]]
 FILES_PER_CHUNK = 64
 
 
@@ -49,35 +51,25 @@ class FolderReport:
         return not self.faults and not self.missing
 
 
-def _check_files(folder: str, names: Sequence[str], kinds: Sequence[str], repeat_last: bool, endian: bool,
+def _check_files(folder: str, names: Sequence[str], kinds: Sequence[str], repeat_from: int | None, endian: bool,
                  workspace: int | None) -> tuple[int, list[Fault]]:
     """Checks some files of a folder, in any process that can see it; returns their bytes and their faults."""
-    wanted: list[Any] = [*kinds, ...] if repeat_last else list(kinds)
     size, faults = 0, []
     for name in names:
         path = os.path.join(folder, name)
         try:
-            size += os.stat(path).st_size
-            check_records(path, wanted, endian=endian, workspace=workspace)
+            size += _core.check_file(path, kinds, repeat_from, endian, workspace)[1]
         except RecordError as error:
             faults.append(Fault(path, error.field, error.offset, error.reason))
+            size += os.stat(path).st_size
         except OSError as error:
             faults.append(Fault(path, "", 0, error.strerror or str(error)))
     return size, faults
 
 
-def _pattern(sequence: FrameSequence) -> str:
-    return f"{sequence.head}{'#' * sequence.padding}{sequence.tail}"
-
-
-def _chunks(names: Iterable[str]) -> Iterable[list[str]]:
-    chunk: list[str] = []
-    for name in names:
-        chunk.append(name)
-        if len(chunk) == FILES_PER_CHUNK:
-            yield chunk
-            chunk = []
-    if chunk:
+def _chunks(names: Iterable[str]) -> Iterator[list[str]]:
+    left = iter(names)
+    while chunk := list(itertools.islice(left, FILES_PER_CHUNK)):
         yield chunk
 
 
@@ -90,33 +82,31 @@ def check_folder(folder: Path, kinds: Sequence[Any], executor: Executor | None =
     of this process by default, or any executor of `concurrent.futures`, or one that a distributed engine offers, whose
     workers must see the folder under the same path. A chunk that an executor loses, because a worker was killed, is
     checked in this process, so that the report is always complete. `progress` is called with the files checked so far
-    and the number of all files; an exception of it ends the check. Raises OSError if the folder cannot be read.
+    and the number of all files; an exception of it ends the check. A plug-in's kinds must be loaded in
+    all workers; else their files are checked in this process. Raises OSError if the folder cannot be read and
+    ValueError for an unknown kind.
     """
-    root = os.path.abspath(os.fspath(folder))
-    listed = list(kinds)
-    repeat_last = bool(listed) and listed[-1] is Ellipsis
-    names = [kind if isinstance(kind, str) else kind.__name__ for kind in listed if kind is not Ellipsis]
+    root = os.path.abspath(os.fsdecode(folder))
+    names, repeat_from = _named(kinds)
+    for name in names:
+        _core.Property(name, "")  # ValueError if there is no such kind, rather than one from every worker
     sequences = scan_frames(root).sequences
     report = FolderReport(files=sum(len(sequence) for sequence in sequences))
-    report.missing = [MissingFrames(_pattern(s), s.missing) for s in sequences if s.missing]
-
-    def work(chunk: Sequence[str]) -> tuple[Any, ...]:
-        return root, chunk, names, repeat_last, endian, workspace
-
+    report.missing = [MissingFrames(s.pattern, s.missing) for s in sequences if s.missing]
     own = ThreadPoolExecutor(max_workers=os.cpu_count()) if executor is None else None
-    pool: Executor = own if own is not None else executor  # type: ignore[assignment]
     files_done = 0
-    futures: dict[Future, list[str]] = {}
+    futures: dict[Future[Checked], Chunk] = {}
     try:
         for sequence in sequences:
-            for chunk in _chunks(sequence.file_name(frame) for frame in sequence):
-                futures[_submit(pool, work(chunk))] = chunk
+            for files in _chunks(sequence.file_name(frame) for frame in sequence):
+                chunk = root, files, names, repeat_from, endian, workspace
+                futures[_submit(own or executor, chunk)] = chunk
         for future in as_completed(futures):
             chunk = futures[future]
-            size, faults = future.result() if future.exception() is None else _check_files(*work(chunk))
+            size, faults = _result(future, chunk)
             report.bytes += size
             report.faults += faults
-            files_done += len(chunk)
+            files_done += len(chunk[1])
             if progress is not None:
                 progress(files_done, report.files)
     finally:
@@ -128,11 +118,19 @@ def check_folder(folder: Path, kinds: Sequence[Any], executor: Executor | None =
     return report
 
 
-def _submit(pool: Executor, work: tuple[Any, ...]) -> Future:
+def _submit(pool: Any, chunk: Chunk) -> Future[Checked]:
     """Submits one chunk; an executor that is broken gives a future that failed."""
     try:
-        return pool.submit(_check_files, *work)
+        return pool.submit(_check_files, *chunk)  # type: ignore[no-any-return]
     except RuntimeError as error:
-        failed: Future = Future()
+        failed: Future[Checked] = Future()
         failed.set_exception(error)
         return failed
+
+
+def _result(future: Future[Checked], chunk: Chunk) -> Checked:
+    """Returns what a worker found, or, if the executor lost it, what this process finds."""
+    try:
+        return future.result()
+    except (Exception, CancelledError):
+        return _check_files(*chunk)

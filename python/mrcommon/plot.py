@@ -5,8 +5,6 @@ from typing import Any
 
 from .frames import FrameScan
 
-__all__ = ["plot_sequences"]
-
 
 def plot_sequences(scan: FrameScan, axes: Any = None) -> Any:
     """Draws each sequence of a scan over the frame axis, with its gaps, and returns the matplotlib axes.
@@ -24,7 +22,7 @@ def plot_sequences(scan: FrameScan, axes: Any = None) -> Any:
             bars = [(first - 0.5, last - first + 1) for first, last in ranges]
             height = 0.6 if colour == "tab:blue" else 0.2
             axes.broken_barh(bars, (row - height / 2, height), facecolors=colour)
-    axes.set_yticks(range(len(sequences)), [f"{s.head}{'#' * s.padding}{s.tail}" for s in sequences])
+    axes.set_yticks(range(len(sequences)), [sequence.pattern for sequence in sequences])
     axes.invert_yaxis()
     axes.xaxis.set_major_locator(MaxNLocator(integer=True))
     axes.set_xlabel("frame (blue: there, red: missing)")

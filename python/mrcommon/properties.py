@@ -1,12 +1,13 @@
 """The property kinds: one class for each, below Ppty, with the names of C++."""
 from __future__ import annotations
 
+import math
 import os
 from typing import Any, Iterable, Mapping, Sequence, Union
 
 from . import _core
 
-__all__ = ["Ppty", "kinds", "load_plugin", "make"]
+_NEWEST_WORKSPACE = 0xFFFFFFFF  # pickled records are in the current layout, whatever the host is
 
 Choices = Union[Mapping[str, int], Iterable[Sequence[Any]]]
 
@@ -14,11 +15,23 @@ Choices = Union[Mapping[str, int], Iterable[Sequence[Any]]]
 class Ppty:
     """The base of all kinds: a named value with a type. Make one of the classes below it.
 
-    Two properties are equal if they are of one kind and have the same record. Properties can be copied and pickled.
+    Two properties are equal if they are of one kind and have the same record. Properties can be copied and pickled;
+    `repr` gives an expression for an equal property. What a plug-in's kind has beside its value is not in the `repr`.
     """
 
     __slots__ = ("_property",)
     _property: _core.Property
+
+    def __init__(self, name: str, *args: Any) -> None:
+        self._property = _core.Property(self._kind(), name)
+
+    @classmethod
+    def _kind(cls) -> str:
+        """Returns the name of the registered class, also for a class that a caller derived."""
+        for base in cls.__mro__:
+            if _classes.get(base.__name__) is base:
+                return base.__name__
+        raise TypeError(f"{cls.__name__} is not a property kind")
 
     @classmethod
     def _wrap(cls, handle: _core.Property) -> "Ppty":
@@ -39,7 +52,7 @@ class Ppty:
 
     @property
     def value(self) -> Any:
-        """The value. Setting raises TypeError for another type, OverflowError for a number that does not fit and
+        """The value, of the type that the class states. Setting raises TypeError for another type, OverflowError for a number that does not fit and
         ValueError for a value that the bounds or the table refuse; the value is then unchanged."""
         return self._property.value
 
@@ -53,7 +66,10 @@ class Ppty:
         return Ppty._wrap(self._property.copy(name))
 
     def to_bytes(self, endian: bool = False) -> bytes:
-        """Returns the record, as a FileStreamRaw writes it, or with `endian` as a FileStreamEndian does."""
+        """Returns the record, as a FileStreamRaw writes it, or with `endian` as a FileStreamEndian does.
+
+        As in the library, a record of the latter has the name alone, except for PptyArrayString and PptyEnum.
+        """
         return self._property.record(endian)
 
     @classmethod
@@ -63,13 +79,13 @@ class Ppty:
         Raises RecordError, before anything is read, if the record is damaged or bytes follow it. `workspace` is the
         version of the data, which decides between the layouts of an enumeration; None: the current one.
         """
-        return Ppty._wrap(_core.read_bytes(bytes(data), [cls.__name__], None, endian, workspace)[0])
+        return Ppty._wrap(_core.read_bytes(bytes(memoryview(data)), [cls._kind()], None, endian, workspace)[0])
 
     def __str__(self) -> str:
         return self._property.text()
 
     def __repr__(self) -> str:
-        return f"{self.kind}({self.name!r}, {self.value!r})"
+        return f"{self.kind}({self.name!r}, {_written(self.value)})"
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Ppty):
@@ -84,8 +100,18 @@ class Ppty:
     def __deepcopy__(self, memo: object) -> "Ppty":
         return Ppty._wrap(self._property.copy(None))
 
-    def __reduce__(self):
+    def __reduce__(self) -> tuple[Any, ...]:
         return _from_record, (self.kind, self.to_bytes())
+
+
+def _written(value: Any) -> str:
+    """Returns what `repr` does, but an expression for NaN and infinity too."""
+    if isinstance(value, float) and not math.isfinite(value):
+        sign = "-" if math.copysign(1, value) < 0 else ""
+        return f"float('{sign}{abs(value)}')"
+    if isinstance(value, tuple) and value:
+        return f"({', '.join(map(_written, value))})"
+    return repr(value)
 
 
 class _Plain(Ppty):
@@ -93,8 +119,8 @@ class _Plain(Ppty):
 
     __slots__ = ()
 
-    def __init__(self, name: str, value: Any = None):
-        self._property = _core.Property(type(self).__name__, name)
+    def __init__(self, name: str, value: Any = None) -> None:
+        super().__init__(name)
         if value is not None:
             self._property.store_value(value)
 
@@ -105,8 +131,8 @@ class _Ranged(Ppty):
 
     __slots__ = ()
 
-    def __init__(self, name: str, value: Any = None, minimum: Any = None, maximum: Any = None):
-        self._property = _core.Property(type(self).__name__, name)
+    def __init__(self, name: str, value: Any = None, minimum: Any = None, maximum: Any = None) -> None:
+        super().__init__(name)
         if value is not None:
             self._property.store_value(value)
         if minimum is not None:
@@ -133,7 +159,8 @@ class _Ranged(Ppty):
         self._property.maximum = maximum
 
     def __repr__(self) -> str:
-        return f"{self.kind}({self.name!r}, {self.value!r}, {self.minimum!r}, {self.maximum!r})"
+        numbers = map(_written, (self.value, self.minimum, self.maximum))
+        return f"{self.kind}({self.name!r}, {', '.join(numbers)})"
 
 
 class PptyInt(_Plain):
@@ -253,23 +280,28 @@ class RangeVect3DPpty(_Ranged):
 class PptyEnum(Ppty):
     """A choice from a table of labels with numbers.
 
-    `choices` is a mapping from label to number or a sequence of pairs; `value` a label or a number of the table, or
-    None for no choice. The value reads as the label, and `index` as the number.
+    `choices` is a mapping from label to number or a sequence of pairs; `value` a label or a number of the table, None
+    for no choice, or a pair of both, which the constructor stores whatever the table has. The value reads as the label,
+    and `index` as the number. An entry of a file's table that lacks its label or its number is not among the choices.
     """
 
     __slots__ = ()
 
-    def __init__(self, name: str, choices: Choices = (), value: str | int | None = None):
-        self._property = _core.Property(type(self).__name__, name)
-        self.choices = choices  # type: ignore[assignment]
-        if value is not None:
+    def __init__(self, name: str, choices: Choices = (),
+                 value: str | int | tuple[str, int] | None = None) -> None:
+        super().__init__(name)
+        self.choices = choices
+        if isinstance(value, tuple):
+            label, number = value
+            self._property.store_choice(label, number)
+        elif value is not None:
             self.value = value
 
     @property
     def value(self) -> str | None:
         """The label of the choice; None if no choice was made. Set it to a label or a number of the table."""
         label, number = self._property.value
-        return None if label == "" and number == -1 else label
+        return None if label == "" and number == -1 else str(label)
 
     @value.setter
     def value(self, value: str | int | None) -> None:
@@ -281,11 +313,11 @@ class PptyEnum(Ppty):
     @property
     def index(self) -> int:
         """The number of the choice; -1 if no choice was made."""
-        return self._property.value[1]
+        return int(self._property.value[1])
 
     @property
-    def choices(self) -> list[tuple[str, int]]:
-        """The table, as pairs of label and number. Setting it leaves the choice unchanged."""
+    def choices(self) -> Any:
+        """The table, a list of (label, number). Set it to a mapping or to pairs; the choice then stays unchanged."""
         return self._property.choices
 
     @choices.setter
@@ -293,13 +325,15 @@ class PptyEnum(Ppty):
         self._property.choices = choices.items() if isinstance(choices, Mapping) else choices
 
     def __repr__(self) -> str:
-        return f"{self.kind}({self.name!r}, {self.choices!r}, {self.value!r})"
+        pair, label = self._property.value, self.value
+        found = next((choice for choice in self.choices if choice[0] == label), None)
+        value = label if label is None or found == pair else pair
+        return f"{self.kind}({self.name!r}, {self.choices!r}, {value!r})"
 
 
 _KINDS = (PptyInt, PptyInt64, PptyFloat, PptyDouble, PptyBool, PptyString, PptyVector3F, PptyVector3D, PptyColor4F,
           PptyColor4D, PptyArrayString, PptyFile, PptyDirectory, RIntPpty, RInt64Ppty, RFloatPpty, RDoublePpty,
           RangeVect3FPpty, RangeVect3DPpty, PptyEnum)
-__all__ += [kind.__name__ for kind in _KINDS]
 
 _classes: dict[str, type[Ppty]] = {kind.__name__: kind for kind in _KINDS}
 
@@ -308,7 +342,7 @@ def _class_named(kind: str) -> type[Ppty]:
     """Returns the class of a kind, made on first use if a plug-in registered the kind."""
     known = _classes.get(kind)
     if known is None:
-        code = _core.Property(kind, "").type_code
+        code = _core.Property(kind, "").type_code  # ValueError if there is no such kind
         base = next((b for b in _KINDS if _core.Property(b.__name__, "").type_code == code), None)
         known = type(kind, (base or _Plain,), {"__slots__": (), "__doc__": f"The kind {kind}, of a plug-in."})
         _classes[kind] = known
@@ -316,7 +350,7 @@ def _class_named(kind: str) -> type[Ppty]:
 
 
 def _from_record(kind: str, record: bytes) -> Ppty:
-    return _class_named(kind).from_bytes(record)
+    return _class_named(kind).from_bytes(record, workspace=_NEWEST_WORKSPACE)
 
 
 def kinds() -> list[str]:
@@ -325,12 +359,16 @@ def kinds() -> list[str]:
 
 
 def make(kind: str, name: str, *args: Any, **kwargs: Any) -> Ppty:
-    """Returns a new property of the kind with this name; the other arguments are those of its class."""
-    return _class_named(kind)(name, *args, **kwargs)  # type: ignore[call-arg]
+    """Returns a new property of the kind with this name; the other arguments are those of its class.
+
+    Raises ValueError if there is no such kind, and what the class raises.
+    """
+    return _class_named(kind)(name, *args, **kwargs)
 
 
 def load_plugin(path: str | os.PathLike[str]) -> list[type[Ppty]]:
-    """Loads a plug-in for the rest of the process and returns the classes of the property kinds that it registered.
+    """Loads a plug-in for the rest of the process and returns the classes of the kinds that it registered, none if it
+    was loaded before.
 
     Raises ImportError with the platform's reason if it cannot be loaded.
     """
