@@ -50,6 +50,8 @@ void registerFailures() {
             raise(fault);
         } catch (SystemError const& error) {
             raise(error);
+        } catch (py::cast_error const&) { // by default a RuntimeError
+            PyErr_SetString(PyExc_TypeError, "an element of another type than expected");
         }
     });
 }

@@ -23,7 +23,7 @@ struct RecordFault {
     std::string path; ///< empty for bytes in memory
 };
 
-/// Lets both arrive in Python.
+/// Lets both arrive in Python, and failed conversions of elements as TypeError.
 void registerFailures();
 
 #endif

@@ -205,11 +205,11 @@ template <class Q> void bindQuaternion(py::module_& module, char const* name, ch
             },
             "Returns (axis, angle) of a unit quaternion: a unit vector and radians. Without rotation, angle "
             "0 about x.")
-        .def(
-            "to_matrix", &toMatrix<Q>, py::arg("size") = 3,
-            R"(Returns the rotation matrix of the shape (size, size): 3 for column vectors, 4 for row vectors.
+        .def("to_matrix", &toMatrix<Q>, py::arg("size") = 3,
+             R"(Returns the rotation matrix of the shape (size, size).
 
-As in the library, 3 takes element 0 for the scalar part and 4 takes element 3. ValueError for another size.)")
+As in the library, size 3 takes element 0 for the scalar part; the matrix is for column vectors from a DQuat, for row
+vectors from a Quat. Size 4 takes element 3, and the matrix is for row vectors. ValueError for another size.)")
         .def_static(
             "from_axis_angle",
             [](py::object const& axis, py::object const& angle) {
@@ -219,8 +219,9 @@ As in the library, 3 takes element 0 for the scalar part and 4 takes element 3. 
             "Returns the rotation by `angle` radians about `axis`, of the shape (3,), which should be a unit "
             "vector.")
         .def_static("from_matrix", &fromMatrix<Q>, py::arg("matrix"),
-                    "Returns the rotation of a matrix that to_matrix gives: (3, 3) or (4, 4). ValueError for "
-                    "another shape.")
+                    R"(Returns the rotation of a matrix: (3, 3) for column vectors or (4, 4) for row vectors.
+
+Element 0 is the scalar part in the first case, element 3 in the second. ValueError for another shape.)")
         .def_static(
             "slerp",
             [](py::object const& t, py::object const& p, py::object const& q) {

@@ -298,7 +298,7 @@ class PptyEnum(Ppty):
             self.value = value
 
     @property
-    def value(self) -> str | None:
+    def value(self) -> Any:
         """The label of the choice; None if no choice was made. Set it to a label or a number of the table."""
         label, number = self._property.value
         return None if label == "" and number == -1 else str(label)
