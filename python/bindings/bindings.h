@@ -10,4 +10,10 @@ void bindRotations(pybind11::module_& module);
 void bindGeometry(pybind11::module_& module);
 void bindIdentifiers(pybind11::module_& module);
 
+/// The `__reduce__` of what only Python's own classes pickle. The one of `object` ends the process in the protocols 0 and
+/// 1, since it calls the constructor of the class that all bound classes share.
+[[noreturn]] inline void refuseToReduce(pybind11::object const&) {
+    throw pybind11::type_error("not to be pickled by itself");
+}
+
 #endif

@@ -126,7 +126,8 @@ void bindFrames(py::module_& module) {
             },
             py::arg("frame"))
         .def("__len__", [](FrameSequence const& s) { return static_cast<std::size_t>(s.count()); })
-        .def("__contains__", &containsFrame);
+        .def("__contains__", &containsFrame)
+        .def("__reduce__", &refuseToReduce);
 
     module.def("scan_frames", [](py::object const& folder, bool negativeFrames, bool versionsAreNames,
                                  std::vector<std::string> const& compoundExtensions,

@@ -76,6 +76,7 @@ are not examined), 16 bytes, or a uuid.UUID. ValueError for malformed text and f
             "__gt__", [](ByteId const& a, ByteId const& b) { return a > b; }, py::is_operator())
         .def(
             "__ge__", [](ByteId const& a, ByteId const& b) { return a >= b; }, py::is_operator())
-        .def(py::pickle([](ByteId const& id) { return bytesOf(id); },
-                        [](py::bytes const& bytes) { return idFromBytes(std::string_view(bytes)); }));
+        .def("__reduce__", [](py::object const& self) {
+            return py::make_tuple(py::type::of(self), py::make_tuple(bytesOf(self.cast<ByteId const&>())));
+        });
 }

@@ -556,6 +556,7 @@ void bindProperties(py::module_& module) {
         .def_property("minimum", &Property::minimum, &Property::setMinimum)
         .def_property("maximum", &Property::maximum, &Property::setMaximum)
         .def_property("choices", &Property::choices, &Property::setChoices)
+        .def("__reduce__", &refuseToReduce)
         .def("text", [](Property const& p) { return toPython(p.get().toStr()); })
         .def("record", &Property::record, py::arg("endian"))
         .def("copy", [](Property const& p, py::object const& name) {

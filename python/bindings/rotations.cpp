@@ -156,6 +156,7 @@ template <class Q> void bindQuaternion(py::module_& module, char const* name, ch
                  q[i < 0 ? i + 4 : i] = valueFrom<T>(value);
              })
         .def("__len__", [](Q const&) { return 4; })
+        .def("__iter__", [](Q const& q) { return py::iter(py::make_tuple(q[0], q[1], q[2], q[3])); })
         .def(
             "__eq__", [](Q const& a, Q const& b) { return a == b; }, py::is_operator())
         .def(
@@ -178,11 +179,11 @@ template <class Q> void bindQuaternion(py::module_& module, char const* name, ch
                  py::object const written = py::module_::import("mrcommon.properties").attr("_written");
                  return name + std::string(py::str(written(py::make_tuple(q[0], q[1], q[2], q[3]))));
              })
-        .def(py::pickle([](Q const& q) { return py::make_tuple(q[0], q[1], q[2], q[3]); },
-                        [](py::tuple const& e) {
-                            if (e.size() != 4) throw py::value_error("a quaternion has four elements");
-                            return Q(e[0].cast<T>(), e[1].cast<T>(), e[2].cast<T>(), e[3].cast<T>());
-                        }))
+        .def("__reduce__",
+             [](py::object const& self) {
+                 auto const& q = self.cast<Q const&>();
+                 return py::make_tuple(py::type::of(self), py::make_tuple(q[0], q[1], q[2], q[3]));
+             })
         .def(
             "dot", [](Q const& a, Q const& b) { return a.Dot(b); }, py::arg("other"),
             "Returns the sum of the products of like elements.")

@@ -36,9 +36,17 @@ class Ppty:
     @classmethod
     def _wrap(cls, handle: _core.Property) -> "Ppty":
         """Returns the Python object of the class that the handle's kind names."""
-        made = object.__new__(_class_named(handle.kind))
-        made._property = handle
-        return made
+        return cls._wrap_all([handle], [_class_named(handle.kind)])[0]
+
+    @staticmethod
+    def _wrap_all(handles: Iterable[_core.Property], classes: Iterable[type[Ppty]]) -> list[Ppty]:
+        """Returns an object for each handle, of the class beside it. Files have many records of few classes."""
+        new, wrapped = object.__new__, []
+        for handle, known in zip(handles, classes):
+            made = new(known)
+            made._property = handle
+            wrapped.append(made)
+        return wrapped
 
     @property
     def name(self) -> str:

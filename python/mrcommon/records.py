@@ -7,7 +7,7 @@ import os
 from typing import Any, Iterable, Sequence, Union
 
 from . import _core
-from .properties import Ppty
+from .properties import Ppty, _class_named
 
 Path = Union[str, "os.PathLike[str]"]
 
@@ -72,7 +72,9 @@ def read_records(path: Path, kinds: Sequence[Any], *, endian: bool = False, work
     if the file cannot be read.
     """
     names, repeat_from = _named(kinds, repeat)
-    return [Ppty._wrap(handle) for handle in _core.read_file(path, names, repeat_from, endian, workspace)]
+    handles = _core.read_file(path, names, repeat_from, endian, workspace)
+    classes = [_class_named(name) for name in names]
+    return Ppty._wrap_all(handles, itertools.chain(classes, itertools.cycle(classes[repeat_from or 0:])))
 
 
 def check_records(path: Path, kinds: Sequence[Any], *, endian: bool = False, workspace: int | None = None,

