@@ -34,7 +34,7 @@ def write_frames(folder, count):
 def test_the_example_checks_folders(tmp_path):
     write_frames(tmp_path, 5)
     good = run(CHECK_FRAMES, tmp_path)
-    assert (good.returncode, good.stderr) == (0, "") and re.match(r"5 files, 270 bytes, 0 faults", good.stdout)
+    assert (good.returncode, good.stderr) == (0, "") and re.match(r"5 files, 240 bytes, 0 faults", good.stdout)
     (tmp_path / "spray.0002.rec").unlink()
     (tmp_path / "spray.0003.rec").write_bytes(b"\x05")
     bad = run(CHECK_FRAMES, tmp_path, "--processes", 2)

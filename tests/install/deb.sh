@@ -13,7 +13,8 @@ cmake --preset hardened -S "$source" -B "$scratch/build" -D CMAKE_CXX_COMPILER="
 cmake --build "$scratch/build"
 cpack -G DEB --config "$scratch/build/CPackConfig.cmake" -B "$scratch/packages"
 packages=("$scratch"/packages/*.deb)
-[ ${#packages[@]} -eq 4 ] || fail "expected four packages: ${packages[*]}"
+modules=$(find "$scratch/packages" -name 'python3-mrcommon_*.deb' | wc -l)
+[ ${#packages[@]} -eq $((4 + modules)) ] || fail "expected four packages: ${packages[*]}"
 for package in "${packages[@]}"; do
     name=$(dpkg-deb -f "$package" Package)
     depends=$(dpkg-deb -f "$package" Depends)
@@ -24,6 +25,10 @@ for package in "${packages[@]}"; do
         ;;
     libmrcommon-dev | mrcommon-tools) [[ $depends == libmrcommon[0-9]*" (= "* ]] || fail "$name depends on: $depends" ;;
     libmrcommon-doc) ;;
+    python3-mrcommon)
+        [[ $depends == *"libmrcommon"* && $depends == *"python3 (>= 3."* && $depends == *python3-numpy* ]] ||
+            fail "$name depends on: $depends"
+        ;;
     *) fail "unexpected package $name" ;;
     esac
     dpkg-deb -x "$package" "$scratch/root"
@@ -39,7 +44,7 @@ done
 
 # Together the packages contain exactly the files of an installation.
 diff -u --label files.txt --label packages "$here/files.txt" \
-    <(cd "$scratch/root/usr" && find . ! -type d | sed 's,^\./,,' | LC_ALL=C sort)
+    <(cd "$scratch/root/usr" && find . ! -type d ! -path './lib/python*' | sed 's,^\./,,' | LC_ALL=C sort)
 
 "$here/consume.sh" package "$scratch/root/usr" "$compiler" "$scratch/consumer"
 "$here/consume.sh" pkg-config "$scratch/root/usr" "$compiler" "$scratch/consumer"
