@@ -2,6 +2,7 @@
 # Installs the Debian packages that a command needs and the machine lacks. Needs no network if none is missing.
 #     install-missing.sh build           a compiler, CMake, Ninja
 #     install-missing.sh build test      also what the tests use
+#     install-missing.sh build python    also what the Python module needs; python-test: its tests
 set -euo pipefail
 
 missing=()
@@ -35,6 +36,18 @@ for purpose in "$@"; do
         command_of dpkg-shlibdeps dpkg-dev
         command_of file file
         command_of python3 python3
+        ;;
+    python) # the module mrcommon: /usr/bin/python3 uses these packages, another interpreter in PATH would not
+        file_of /usr/bin/python3-config python3-dev
+        file_of /usr/include/pybind11/pybind11.h pybind11-dev
+        file_of /usr/lib/python3/dist-packages/numpy python3-numpy
+        ;;
+    python-test)
+        file_of /usr/lib/python3/dist-packages/pytest python3-pytest
+        file_of /usr/lib/python3/dist-packages/hypothesis python3-hypothesis
+        file_of /usr/lib/python3/dist-packages/distributed python3-distributed
+        file_of /usr/lib/python3/dist-packages/matplotlib python3-matplotlib
+        file_of /usr/lib/python3/dist-packages/mypy python3-mypy
         ;;
     *) echo "install-missing.sh: unknown purpose $purpose" >&2; exit 2 ;;
     esac

@@ -9,7 +9,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install-missing.sh build test
+scripts/install-missing.sh build test python python-test
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
@@ -42,7 +42,9 @@ if [ "$threads" = yes ]; then
 fi
 for preset in "$@"; do
     echo "== $preset"
-    cmake --preset "$preset"
+    options=()
+    [ "$preset" != release ] || options=(-D MRCOMMON_BUILD_PYTHON=ON -D Python3_EXECUTABLE=/usr/bin/python3)
+    cmake --preset "$preset" "${options[@]}"
     cmake --build --preset "$preset"
     run_tests "$preset"
 done
