@@ -1,0 +1,5 @@
+"""Settings of all tests."""
+from hypothesis import settings
+
+settings.register_profile("any machine", deadline=None)  # nothing is timed
+settings.load_profile("any machine")
