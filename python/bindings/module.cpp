@@ -1,10 +1,12 @@
 #include "bindings.h"
 #include "Failures.h"
 
+#include <MRCommon/Version.h>
+
 PYBIND11_MODULE(_core, module) {
     module.doc() = "The compiled part of mrcommon: conversions between Python objects and the library.";
     module.def(
-        "version", [] { return MRCOMMON_PYTHON_VERSION; }, "Returns the version, such as \"1.0.0\".");
+        "version", [] { return quarn::versionString(); }, "Returns the version, such as \"1.0.0\".");
     registerFailures();
     bindProperties(module);
     bindFrames(module);

@@ -15,7 +15,6 @@
 #include <MRCommon/system/LibLoader.h>
 #include <pybind11/stl.h>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -534,8 +533,7 @@ void saveFile(std::string const& path, py::iterable const& entries) {
 
 void loadPlugIn(std::string const& path) {
     if (LibLoader::load(QN_String(path.c_str())) != nullptr) return;
-    char const* const reason = dlerror();
-    throw py::import_error(reason == nullptr ? path + ": cannot be loaded" : reason);
+    throw py::import_error(LibLoader::lastError());
 }
 
 } // namespace
