@@ -163,8 +163,8 @@ def test_a_version_holds_for_its_call_alone(tmp_path):
 def test_a_scene_passes_through_a_process_without_its_plug_in(tmp_path):
     path = str(tmp_path / "scene.props")
     plugged = ("import mrcommon as mr, os, sys; mr.load_plugin(os.environ['MRCOMMON_PLUGIN']); "
-               "wind = mr.make('WindPpty', 'breeze', (1, 2, 3)); ")
+               "wind = mr.make('GustPpty', 'breeze', (1, 2, 3)); ")
     subprocess.run([sys.executable, "-c", plugged + "mr.save(sys.argv[1], [wind])", path], check=True)
     subprocess.run([sys.executable, "-c", "import mrcommon as mr, sys; scene = mr.load(sys.argv[1]); "
-                    "assert scene[0].kind == 'WindPpty'; mr.save(sys.argv[1], scene)", path], check=True)
+                    "assert scene[0].kind == 'GustPpty'; mr.save(sys.argv[1], scene)", path], check=True)
     subprocess.run([sys.executable, "-c", plugged + "assert mr.load(sys.argv[1]) == [wind]", path], check=True)

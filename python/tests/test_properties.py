@@ -127,8 +127,8 @@ def test_classes_can_be_derived_from():
 @pytest.mark.skipif("MRCOMMON_PLUGIN" not in os.environ, reason="the example's plug-in was not built")
 def test_kinds_of_a_plug_in_become_classes():
     (wind,) = mr.load_plugin(os.environ["MRCOMMON_PLUGIN"])
-    assert wind.__name__ == "WindPpty" and issubclass(wind, mr.Ppty) and "WindPpty" in mr.kinds()
-    made = mr.make("WindPpty", "sea breeze", (1, 2, 3), (0, 0, 0), (9, 9, 9))
+    assert wind.__name__ == "GustPpty" and issubclass(wind, mr.Ppty) and "GustPpty" in mr.kinds()
+    made = mr.make("GustPpty", "sea breeze", (1, 2, 3), (0, 0, 0), (9, 9, 9))
     with pytest.raises(ValueError):
         made.value = (10, 0, 0)
     assert pickle.loads(pickle.dumps(made)) == made and type(copy.copy(made)) is wind
