@@ -31,11 +31,11 @@ for package in "${packages[@]}"; do
         ;;
     *) fail "unexpected package $name" ;;
     esac
-    dpkg-deb -x "$package" "$scratch/root"
+    dpkg-deb -x "$package" "$scratch/unpacked"
 done
 
 # What is packed is hardened.
-for file in "$scratch"/root/usr/lib/libMRCommon.so.*.* "$scratch"/root/usr/bin/*; do
+for file in "$scratch"/unpacked/usr/lib/libMRCommon.so.*.* "$scratch"/unpacked/usr/bin/*; do
     for symbol in __stack_chk_fail __glibcxx_assert_fail; do
         nm -D "$file" | grep -q "$symbol" || fail "$file is built without $symbol"
     done
@@ -44,7 +44,7 @@ done
 
 # Together the packages contain exactly the files of an installation.
 diff -u --label files.txt --label packages "$here/files.txt" \
-    <(cd "$scratch/root/usr" && find . ! -type d ! -path './lib/python*' | sed 's,^\./,,' | LC_ALL=C sort)
+    <(cd "$scratch/unpacked/usr" && find . ! -type d ! -path './lib/python*' | sed 's,^\./,,' | LC_ALL=C sort)
 
-"$here/consume.sh" package "$scratch/root/usr" "$compiler" "$scratch/consumer"
-"$here/consume.sh" pkg-config "$scratch/root/usr" "$compiler" "$scratch/consumer"
+"$here/consume.sh" package "$scratch/unpacked/usr" "$compiler" "$scratch/consumer"
+"$here/consume.sh" pkg-config "$scratch/unpacked/usr" "$compiler" "$scratch/consumer"
