@@ -97,6 +97,8 @@ void requireOnce(bool isFirst, std::string const& name) {
 }
 
 std::unique_ptr<Ppty> propertyOf(std::string_view line, Properties const& earlier) {
+    // Strings of the library would end there.
+    if (line.find('\0') != std::string_view::npos) throw std::invalid_argument("the line contains a NUL");
     std::string const className = takeWord(line), name = takeWord(line);
     if (name.empty()) throw std::invalid_argument("a property needs a class name, a name and a value");
     requireOnce(earlier.find(name.c_str()) == nullptr, name);

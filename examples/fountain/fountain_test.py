@@ -79,6 +79,7 @@ class Scenes(Fountain):
         self.refuses("QN_Class root 1", "unknown property class QN_Class")
         self.refuses("PptyFloat", "a property needs a class name, a name and a value")
         self.refuses("PptyInt good 2", "good: given twice")
+        self.refuses("PptyString title a\0b", "the line contains a NUL")
         self.refuses("PptyFile plugIn /none.so", f"the plug-in /none.so cannot be loaded: {loader_reason('/none.so')}")
 
     def test_values_that_do_not_fit_their_class(self):
