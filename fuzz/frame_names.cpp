@@ -1,4 +1,5 @@
-// Frame names: building agrees with printf, parsing takes apart what building put together, searching finds the ends.
+// Frame names: building agrees with printf, parsing takes apart what building put together, searching finds the ends,
+// both by itself and through paths on a disk that exists in this program only. Settings are loaded as they were saved.
 //     byte 0       order; bytes 1, 2 padding; bytes 3 to 6 frame; bytes 7, 8 the length of the sequence
 //     two pieces   name, extension
 //     the rest     a path of any kind
@@ -7,13 +8,33 @@
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/text/StringTools.h>
+#include <qn_fileio/qn_fileio.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <functional>
+#include <set>
+#include <utility>
 
 using quarn::QN_String;
 
 namespace {
 
-/// No file exists below it, whatever a name is made of.
-constexpr char const* nowhere = "/no such folder/";
+/// The folder that this program imagines. It is empty but while `existsThere` says otherwise.
+constexpr std::string_view imagined = "/no such folder/";
+std::function<bool(std::string_view path)> existsThere;
+
+} // namespace
+
+/// Takes the place of the system's call in the libraries too.
+extern "C" int access(char const* path, int mode) noexcept {
+    if (std::string_view(path).substr(0, imagined.size()) != imagined)
+        return faccessat(AT_FDCWD, path, mode, 0);
+    return existsThere && existsThere(path) ? 0 : -1;
+}
+
+namespace {
 
 struct Parsed {
     QN_String name, ext;
@@ -70,6 +91,84 @@ void requireSearching(unsigned int first, unsigned int length, unsigned int know
             "the last frame, or the known one where the padding allows no more");
 }
 
+/// A sequence with one gap at most, as files of the imagined folder.
+struct ImaginedSequence {
+    FrameExtensionOrder order;
+    unsigned int padding;
+    std::string name, ext;
+    unsigned int first, last, gap;
+
+    std::string path(unsigned int frame) const {
+        char format[32];
+        FileNameStitcher::setFormatStr(format, order, padding);
+        int const number = static_cast<int>(frame);
+        return order == FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME
+                   ? StringTools::format(format, name.c_str(), ext.c_str(), number)
+                   : StringTools::format(format, name.c_str(), number, ext.c_str());
+    }
+    bool exists(unsigned int frame) const { return first <= frame && frame <= last && frame != gap; }
+};
+
+/// Asks for the sequence by the path of one of its frames.
+void requireFound(ImaginedSequence const& sequence, unsigned int known) {
+    Parsed const parsed(sequence.path(known));
+    unsigned int const gap = sequence.gap;
+    unsigned int const end = known < gap && gap <= sequence.last ? gap - 1 : sequence.last;
+    std::size_t const width = std::max<std::size_t>(sequence.padding, std::to_string(known).size());
+    bool const isFull = end + 1 >= quarn::detail::frameLimit(static_cast<unsigned int>(width));
+    if (sequence.order == FRAME_ORDER_NAME_FRAME_DOT_EXT && parsed.padding == 0) {
+        require(end == known || isFull, "digits belong to the name only if there is no later frame");
+        return;
+    }
+    QN_String const name = sequence.name.c_str(), ext = sequence.ext.c_str();
+    require(parsed.hasDot && parsed.order == sequence.order && parsed.name == name && parsed.ext == ext,
+            "a frame's path is taken apart");
+    require(parsed.last == (isFull ? known : end), "the last frame on the disk");
+    require(sequence.exists(parsed.first) && parsed.first <= known, "the first frame is on the disk");
+    bool const isWider = parsed.padding > sequence.padding; // narrower names are not looked for
+    require(parsed.first == sequence.first || isWider || (sequence.first <= gap && gap < known),
+            "the first frame on the disk, but for a gap");
+    require(
+        FileNameStitcher::findMinValue(sequence.order, name, ext, parsed.padding, known) == parsed.first &&
+            FileNameStitcher::findMaxValue(sequence.order, name, ext, parsed.padding, known) == parsed.last,
+        "both searches agree with the path's");
+}
+
+void requireSequence(ImaginedSequence const& sequence, unsigned int known) {
+    std::set<std::string, std::less<>> files;
+    for (unsigned int frame = sequence.first; frame <= sequence.last; ++frame)
+        if (sequence.exists(frame)) files.insert(sequence.path(frame));
+    existsThere = [&files](std::string_view asked) { return files.count(asked) == 1; };
+    if (sequence.exists(known)) requireFound(sequence, known);
+    existsThere = nullptr;
+}
+
+void requireSettings(FileNameStitcher& stitcher, std::string const& prefix) {
+    char* bytes = nullptr;
+    std::size_t size = 0;
+    std::FILE* const out = open_memstream(&bytes, &size);
+    require(out != nullptr, "a file can be made of memory");
+    stitcher.prefix = prefix;
+    SetCurrentStream(out);
+    stitcher.save();
+    SetCurrentStream(nullptr);
+    std::fclose(out);
+    unsigned int const padding = std::exchange(stitcher.padding, 0u);
+    FrameExtensionOrder const order = stitcher.order;
+    stitcher.prefix = "another";
+    std::FILE* const in = fmemopen(bytes, size, "rb");
+    require(in != nullptr, "a file can be made of memory");
+    SetCurrentStream(in);
+    stitcher.load();
+    SetCurrentStream(nullptr);
+    require(std::fgetc(in) == EOF, "the settings are read whole");
+    std::fclose(in);
+    std::free(bytes);
+    require(stitcher.prefix == prefix && stitcher.padding == padding && stitcher.order == order,
+            "settings are loaded as they were saved");
+    stitcher.prefix.clear();
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
@@ -79,16 +178,26 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     stitcher.padding = input.number<unsigned short>();
     int const frame = input.number<int>();
     unsigned int const length = input.number<unsigned short>() % 4096u;
-    std::string const name = nowhere + without(input.piece(), [](char c) { return c == '\0'; });
+    std::string const name = std::string(imagined) + without(input.piece(), [](char c) { return c == '\0'; });
     std::string const ext = without(input.piece(), [](char c) { return c == '\0' || c == '.'; });
     if (stitcher.padding == 0) stitcher.padding = 1; // without a padding the format has no frame
     requireBuildingAsPrintf(stitcher, name, frame, ext);
     stitcher.padding = stitcher.padding % 12 + 1;
     requireParsingOfBuilt(stitcher, name, frame, ext);
-    requireParsingOfAny(nowhere + without(std::string(input.rest()), [](char c) { return c == '\0'; }));
+    requireParsingOfAny(std::string(imagined) +
+                        without(std::string(input.rest()), [](char c) { return c == '\0'; }));
 
     unsigned int const first = static_cast<unsigned int>(frame) & 0x7FFFFFFF;
     unsigned int const known = first + (length == 0 ? 0 : stitcher.padding * 97 % length);
     requireSearching(first, length, known, stitcher.padding);
+
+    auto const isNoLetter = [](char c) { return !isAlphanumeric(c) || isDigit(c); };
+    std::string const plainName = std::string(imagined) + "n" + without(name, isNoLetter);
+    unsigned int const low = first % 100000, count = length % 64;
+    unsigned int const inside = low + count / 2, gap = inside + stitcher.padding % 8 * 5 - 14;
+    requireSequence({stitcher.order, std::min(stitcher.padding, 10u), plainName,
+                     "e" + without(ext, isNoLetter), low, low + count, gap},
+                    inside);
+    requireSettings(stitcher, std::string(input.rest()));
     return 0;
 }

@@ -1,4 +1,5 @@
-// Texts: what is escaped can be unescaped, what is split can be joined, what is printed is complete.
+// Texts: what is escaped can be unescaped, what is split can be joined, what is printed is complete; tokenizing,
+// looking up and durations agree with naive versions.
 //     byte 0        limit of tokens; bytes 1, 2 length of the text to print; byte 3 the escape character
 //     two pieces    delimiters, a text to look for
 //     the rest      the text
@@ -65,6 +66,112 @@ void requireTokenizer(std::string const& text, std::string const& delimiter) {
     require(joined(tokens, delimiter) == stored, "tokens make up what was stored");
 }
 
+/// The tokenizer's rules, followed on a plain string.
+class NaiveTokenizer {
+public:
+    NaiveTokenizer(std::string rest, std::string delimiter)
+        : rest_(std::move(rest)), delimiter_(std::move(delimiter)) {}
+
+    std::string const& rest() const { return rest_; }
+
+    std::string next() { return next(delimiter_); }
+    std::string next(std::string const& delimiter) {
+        std::size_t const end = delimiter.empty() ? std::string::npos : rest_.find(delimiter);
+        std::string const token = rest_.substr(0, end);
+        rest_.erase(0, end == std::string::npos ? end : end + delimiter.size());
+        return token;
+    }
+    std::string nextWithLimit(std::string const& limit) {
+        std::string const all = rest_, token = next();
+        std::size_t const end = token.find(limit);
+        return end == std::string::npos ? all : token.substr(0, end);
+    }
+
+private:
+    std::string rest_, delimiter_;
+};
+
+/// Makes the calls that the bytes of `calls` name, with the texts as delimiters, limits and filters.
+void requireNaiveTokens(std::string const& text, std::string const& delimiter, std::string const& other,
+                        std::string const& calls) {
+    StringTokenizer tokenizer(text, delimiter);
+    NaiveTokenizer naive(tokenizer.remainingString(), delimiter);
+    for (char const call : calls) {
+        require(tokenizer.remainingString() == naive.rest(), "what is left agrees");
+        require(tokenizer.hasMoreTokens() == (tokenizer.countTokens() != 0), "a rest has tokens");
+        switch (call & 7) {
+        case 0: require(tokenizer.nextToken() == naive.next(), "the next token"); break;
+        case 1:
+            require(tokenizer.nextToken(other) == naive.next(other), "the token up to another mark");
+            break;
+        case 2: require(tokenizer.nextTokenWithLimit(other) == naive.nextWithLimit(other), "a limit"); break;
+        case 3:
+            require(tokenizer.filterNextToken(other) == replace_all(naive.next(), other, ""), "a filter");
+            break;
+        case 4:
+            require(tokenizer.filterNextTokenWithLimit(other, delimiter) ==
+                        replace_all(naive.nextWithLimit(other), delimiter, ""),
+                    "a filter and a limit");
+            break;
+        case 5:
+            require(tokenizer.nextIntToken() ==
+                        static_cast<int>(std::strtoll(naive.next().c_str(), nullptr, 10)),
+                    "an integer");
+            break;
+        case 6:
+            require(tokenizer.nextIntTokenWithLimit(other) ==
+                        static_cast<int>(std::strtoll(naive.nextWithLimit(other).c_str(), nullptr, 10)),
+                    "an integer up to a limit");
+            break;
+        default: {
+            double const expected = std::strtod(naive.next().c_str(), nullptr);
+            double const number = tokenizer.nextFloatToken();
+            require(number == expected || number != number, "a real number");
+        }
+        }
+    }
+}
+
+unsigned int naiveMinutes(std::string const& text) {
+    std::uint32_t minutes = 0, number = 0;
+    for (char const c : text) {
+        std::uint32_t const unit = c == 'w'               ? 7 * 24 * 60
+                                   : c == 'd' || c == 'D' ? 24 * 60
+                                   : c == 'h' || c == 'H' ? 60
+                                                          : 0;
+        minutes += number * unit;
+        if (isDigit(c)) number = number * 10 + static_cast<std::uint32_t>(c - '0');
+        if (unit != 0) number = 0;
+    }
+    return minutes + number;
+}
+
+int naiveLookup(std::string const& text, char mark, char wanted) {
+    bool isEscaped = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isEscaped && text[i] == wanted) return static_cast<int>(i);
+        isEscaped = !isEscaped && text[i] == mark;
+    }
+    return -1;
+}
+
+void requireNaive(std::string const& text, char mark, std::string const& wanted) {
+    require(parseDuration(text) == naiveMinutes(text), "minutes are added up");
+    for (char const c : wanted)
+        require(unescape_lookup(text, mark, c) == naiveLookup(text, mark, c), "the first that is unescaped");
+    require(removeNonAlphanumeric(text) == without(text, [](char c) { return !isAlphanumeric(c); }),
+            "letters and digits remain");
+    if (wanted.empty()) return;
+    std::string replaced;
+    for (std::size_t i = 0; i < text.size();)
+        if (text.compare(i, wanted.size(), wanted) == 0) {
+            replaced += '!';
+            i += wanted.size();
+        } else
+            replaced += text[i++];
+    require(replace_all(text, wanted, "!") == replaced, "every match is replaced");
+}
+
 void requirePieces(std::string const& visible, char separator) {
     quarn::Array<quarn::QN_String> pieces;
     Texts texts(quarn::QN_String(visible.c_str()).tokenize(separator, pieces));
@@ -88,6 +195,8 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     requireSplitting(text, delimiters, limit);
     requireTokenizer(text, delimiters);
     requireTokenizer(text, wanted);
+    requireNaiveTokens(text, delimiters, wanted, std::string(input.rest().substr(0, 16)));
+    requireNaive(text, mark, wanted);
     requirePieces(text.c_str(), mark);
     require(format("%s|%d", filler.c_str(), 7) == filler + "|7", "printing is complete");
     require(replace_all(text, wanted, wanted) == text, "replacing by the same changes nothing");
