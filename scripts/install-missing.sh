@@ -35,6 +35,9 @@ for purpose in "$@"; do
         command_of make make
         command_of dpkg-shlibdeps dpkg-dev
         command_of file file
+        command_of qemu-s390x qemu-user
+        command_of aarch64-linux-gnu-g++ g++-aarch64-linux-gnu
+        command_of s390x-linux-gnu-g++ g++-s390x-linux-gnu
         command_of python3 python3
         ;;
     python) # the module mrcommon: /usr/bin/python3 uses these packages, another interpreter in PATH would not
