@@ -10,6 +10,7 @@ cd "$(dirname "$0")/.."
 minutes=${1:-}
 [[ $minutes =~ ^[1-9][0-9]*$ ]] || { echo "usage: fuzz.sh MINUTES" >&2; exit 2; }
 
+mkdir -p build
 cmake --preset fuzz >build/fuzz-configure.log || { cat build/fuzz-configure.log >&2; exit 1; }
 cmake --build --preset fuzz
 shopt -s nullglob
