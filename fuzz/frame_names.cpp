@@ -1,37 +1,80 @@
 // Frame names: building agrees with printf, parsing takes apart what building put together, searching finds the ends,
-// both by itself and through paths on a disk that exists in this program only. Settings are loaded as they were saved.
+// both by itself and through paths on a disk that exists in this program only. Settings are loaded as they were saved,
+// and a checked load takes whole settings or nothing.
 //     byte 0       order; bytes 1, 2 padding; bytes 3 to 6 frame; bytes 7, 8 the length of the sequence
 //     two pieces   name, extension
 //     the rest     a path of any kind
-#include "Input.h"
+#include "Memory.h"
 
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/text/StringTools.h>
 #include <qn_fileio/qn_fileio.h>
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <functional>
 #include <set>
+#include <tuple>
 #include <utility>
 
 using quarn::QN_String;
 
 namespace {
 
-/// The folder that this program imagines. It is empty but while `existsThere` says otherwise.
+/// The folder that this program imagines, and its files.
 constexpr std::string_view imagined = "/no such folder/";
-std::function<bool(std::string_view path)> existsThere;
+std::set<std::string, std::less<>> files;
+
+/// What a program that opens the folder has: another folder, so that it has a descriptor, and what is still to be read.
+DIR* opened = nullptr;
+std::set<std::string, std::less<>>::const_reverse_iterator next;
+
+bool isImagined(std::string_view path) { return path.substr(0, imagined.size()) == imagined; }
+int found(std::string_view path) { return files.count(path) == 1 ? 0 : -1; }
+
+template <class Function> Function* original(char const* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
 
 } // namespace
 
-/// Takes the place of the system's call in the libraries too.
-extern "C" int access(char const* path, int mode) noexcept {
-    if (std::string_view(path).substr(0, imagined.size()) != imagined)
-        return faccessat(AT_FDCWD, path, mode, 0);
-    return existsThere && existsThere(path) ? 0 : -1;
+// They take the place of the system's calls in the libraries too.
+extern "C" {
+int access(char const* path, int mode) noexcept {
+    return isImagined(path) ? found(path) : original<decltype(access)>("access")(path, mode);
+}
+int faccessat(int folder, char const* name, int mode, int flags) noexcept {
+    return opened != nullptr && folder == dirfd(opened)
+               ? found(std::string(imagined) + name)
+               : original<decltype(faccessat)>("faccessat")(folder, name, mode, flags);
+}
+DIR* opendir(char const* path) {
+    DIR* const folder = original<decltype(opendir)>("opendir")(path == imagined ? "/" : path);
+    if (path == imagined) {
+        opened = folder;
+        next = files.rbegin();
+    }
+    return folder;
+}
+int closedir(DIR* folder) {
+    if (folder == opened) opened = nullptr;
+    return original<decltype(closedir)>("closedir")(folder);
+}
+dirent* readdir(DIR* folder) {
+    static dirent entry;
+    if (folder != opened) return original<decltype(readdir)>("readdir")(folder);
+    if (next == files.rend()) return nullptr;
+    std::string const name = next->substr(imagined.size());
+    require(name.size() < sizeof entry.d_name, "imagined names are short");
+    entry.d_type = DT_REG;
+    std::memcpy(entry.d_name, name.c_str(), name.size() + 1);
+    ++next;
+    return &entry;
+}
 }
 
 namespace {
@@ -135,12 +178,14 @@ void requireFound(ImaginedSequence const& sequence, unsigned int known) {
 }
 
 void requireSequence(ImaginedSequence const& sequence, unsigned int known) {
-    std::set<std::string, std::less<>> files;
-    for (unsigned int frame = sequence.first; frame <= sequence.last; ++frame)
-        if (sequence.exists(frame)) files.insert(sequence.path(frame));
-    existsThere = [&files](std::string_view asked) { return files.count(asked) == 1; };
+    for (unsigned int frame = sequence.first; frame <= sequence.last + 1; ++frame) {
+        std::string path = sequence.path(frame);
+        if (sequence.exists(frame)) files.insert(path);
+        path.back() = '~'; // no frame
+        files.insert(path);
+    }
     if (sequence.exists(known)) requireFound(sequence, known);
-    existsThere = nullptr;
+    files.clear();
 }
 
 void requireSettings(FileNameStitcher& stitcher, std::string const& prefix) {
@@ -156,16 +201,39 @@ void requireSettings(FileNameStitcher& stitcher, std::string const& prefix) {
     unsigned int const padding = std::exchange(stitcher.padding, 0u);
     FrameExtensionOrder const order = stitcher.order;
     stitcher.prefix = "another";
-    std::FILE* const in = fmemopen(bytes, size, "rb");
-    require(in != nullptr, "a file can be made of memory");
-    SetCurrentStream(in);
-    stitcher.load();
-    SetCurrentStream(nullptr);
-    require(std::fgetc(in) == EOF, "the settings are read whole");
-    std::fclose(in);
+    {
+        MemoryFile const in({bytes, size});
+        SetCurrentStream(in.get());
+        stitcher.load();
+        SetCurrentStream(nullptr);
+        require(in.position() == size, "the settings are read whole");
+    }
     std::free(bytes);
     require(stitcher.prefix == prefix && stitcher.padding == padding && stitcher.order == order,
             "settings are loaded as they were saved");
+    stitcher.prefix.clear();
+}
+
+void requireCheckedSettings(FileNameStitcher& stitcher, std::string_view bytes) {
+    if (bytes.empty()) return; // no file can be made of nothing
+    auto const number = [bytes](std::size_t at) {
+        unsigned int value = 0;
+        for (std::size_t i = at; i < at + 4; ++i)
+            value = value << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u);
+        return value;
+    };
+    auto const settings = [&stitcher] {
+        return std::tuple(stitcher.prefix, stitcher.padding, static_cast<unsigned int>(stitcher.order));
+    };
+    auto expected = settings();
+    std::size_t const length = number(0);
+    bool const isGood = bytes.size() >= length + 12 && number(length + 8) < 4;
+    if (isGood) expected = {std::string(bytes.substr(4, length)), number(length + 4), number(length + 8)};
+    MemoryFile const file(bytes);
+    SetCurrentStream(file.get());
+    require(stitcher.loadChecked() == isGood && settings() == expected, "whole settings are loaded, or none");
+    SetCurrentStream(nullptr);
+    require(!isGood || file.position() == length + 12, "no more is read than the settings");
     stitcher.prefix.clear();
 }
 
@@ -193,11 +261,13 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
 
     auto const isNoLetter = [](char c) { return !isAlphanumeric(c) || isDigit(c); };
     std::string const plainName = std::string(imagined) + "n" + without(name, isNoLetter);
-    unsigned int const low = first % 100000, count = length % 64;
+    bool const isLong = length % 16 == 0; // so that the folder is read as well
+    unsigned int const low = first % 100000, count = length % (isLong ? 1024 : 64);
     unsigned int const inside = low + count / 2, gap = inside + stitcher.padding % 8 * 5 - 14;
     requireSequence({stitcher.order, std::min(stitcher.padding, 10u), plainName,
                      "e" + without(ext, isNoLetter), low, low + count, gap},
                     inside);
     requireSettings(stitcher, std::string(input.rest()));
+    requireCheckedSettings(stitcher, input.rest());
     return 0;
 }
