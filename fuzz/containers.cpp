@@ -71,7 +71,7 @@ private:
 
 template <> QN_String Twins<QN_String, std::string>::make(unsigned int argument) {
     QN_String text;
-    return text.format("%0*u", static_cast<int>(argument * 8), argument);
+    return text.format("%0*u", static_cast<int>(argument), argument);
 }
 template <> int Twins<int, int>::make(unsigned int argument) { return static_cast<int>(argument); }
 
