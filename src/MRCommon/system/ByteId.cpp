@@ -1,5 +1,6 @@
 #include <MRCommon/system/ByteId.h>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <tuple>
@@ -9,7 +10,7 @@ namespace quarn {
 namespace {
 
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
-constexpr unsigned char noDigit = 0xFF;
+constexpr unsigned short noDigit = 0x100; // above every byte, so that it shows in the OR of many values
 
 /// Both digits of every byte.
 constexpr std::array<std::array<char, 2>, 256> makePairs() {
@@ -19,22 +20,23 @@ constexpr std::array<std::array<char, 2>, 256> makePairs() {
     return pairs;
 }
 
-/// The value of every character as a digit, `noDigit` for the others.
-constexpr std::array<unsigned char, 256> makeValues() {
-    std::array<unsigned char, 256> values{};
-    for (unsigned char& value : values) value = noDigit;
-    for (unsigned char value = 0; value < 16; ++value) {
+using Values = std::array<unsigned short, 256>;
+
+/// The value of every character as a digit, multiplied by `weight`; `noDigit` for the others.
+constexpr Values makeValues(unsigned int weight) {
+    Values values{};
+    for (unsigned short& value : values) value = noDigit;
+    for (unsigned int value = 0; value < 16; ++value) {
         auto const digit = static_cast<unsigned char>(hexDigits[value]);
-        values[digit] = value;
-        if (value >= 10) values[digit + ('a' - 'A')] = value;
+        values[digit] = static_cast<unsigned short>(value * weight);
+        if (value >= 10) values[digit + ('a' - 'A')] = values[digit];
     }
     return values;
 }
 
 constexpr std::array<std::array<char, 2>, 256> pairs = makePairs();
-constexpr std::array<unsigned char, 256> values = makeValues();
-
-unsigned char valueOf(char digit) { return values[static_cast<unsigned char>(digit)]; }
+constexpr Values highValues = makeValues(16);
+constexpr Values lowValues = makeValues(1);
 
 void putPair(char* out, unsigned char byte) { std::memcpy(out, pairs[byte].data(), 2); }
 
@@ -46,37 +48,54 @@ void putDigits(char* out, ByteId::Bytes const& bytes) {
     }
 }
 
-/// Where the two digits of each byte begin.
-using Places = std::array<unsigned char, ByteId::BYTE_LENGTH>;
-constexpr Places plainPlaces = {0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30};
-constexpr Places uuidPlaces = {0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
+/// Where the two digits of each byte begin among 36 characters.
+constexpr std::array<unsigned char, ByteId::BYTE_LENGTH> uuidPlaces = {0,  2,  4,  6,  9,  11, 14, 16,
+                                                                       19, 21, 24, 26, 28, 30, 32, 34};
+
+/// Reads `count` bytes from their pairs of digits. Returns the OR of their values, which is above 0xFF if a
+/// pair is malformed. The count is a small constant, so that the compiler unrolls the loop.
+template <std::size_t count> unsigned int readPairs(char const* digits, unsigned char* bytes) {
+    unsigned int all = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        auto const high = static_cast<unsigned char>(digits[2 * i]);
+        auto const low = static_cast<unsigned char>(digits[2 * i + 1]);
+        unsigned int const value = highValues[high] | lowValues[low];
+        all |= value;
+        bytes[i] = static_cast<unsigned char>(value);
+    }
+    return all;
+}
+
+/// Reads 32 digits. Returns false if one is malformed.
+bool readDigits(char const* text, unsigned char* bytes) {
+    unsigned int const all = readPairs<4>(text, bytes) | readPairs<4>(text + 8, bytes + 4) |
+                             readPairs<4>(text + 16, bytes + 8) | readPairs<4>(text + 24, bytes + 12);
+    return all <= 0xFF;
+}
+
+/// Reads 32 digits as 8-4-4-4-12. Returns false if one is malformed.
+bool readUuid(char const* text, unsigned char* bytes) {
+    unsigned int const all = readPairs<4>(text, bytes) | readPairs<2>(text + 9, bytes + 4) |
+                             readPairs<2>(text + 14, bytes + 6) | readPairs<2>(text + 19, bytes + 8) |
+                             readPairs<6>(text + 24, bytes + 10);
+    return all <= 0xFF;
+}
 
 bool hasUuidForm(std::string_view text) {
     return text.size() == 36 && text[8] == '-' && text[13] == '-' && text[18] == '-' && text[23] == '-';
 }
 
-/// Fills the first `count` bytes from pairs of digits. Returns false if a pair is malformed.
-bool readPairs(char const* text, Places const& places, unsigned int count, ByteId::Bytes& bytes) {
-    unsigned int all = 0; // of values; one above 15 belongs to a character that is not a digit
-    for (unsigned int i = 0; i < count; ++i) {
-        unsigned int const high = valueOf(text[places[i]]);
-        unsigned int const low = valueOf(text[places[i] + 1]);
-        all |= high | low;
-        bytes[i] = static_cast<unsigned char>(high << 4 | low);
-    }
-    return all <= 15;
-}
-
-/// Reads the pairs of a text with dashes anywhere.
-bool readScattered(std::string_view text, ByteId::Bytes& bytes) {
-    std::array<char, 32> found;
-    unsigned int count = 0;
+/// Reads the pairs of a text with dashes anywhere. Returns false if one is malformed.
+bool readScattered(std::string_view text, unsigned char* bytes) {
+    std::array<char, 32> digits;
+    std::size_t count = 0;
     for (char const c : text) {
         if (c == '-') continue;
-        found[count++] = c;
-        if (count == found.size()) break;
+        digits[count++] = c;
+        if (count == digits.size()) break;
     }
-    return readPairs(found.data(), plainPlaces, count / 2, bytes);
+    std::fill(digits.begin() + count / 2 * 2, digits.end(), '0');
+    return readDigits(digits.data(), bytes);
 }
 
 } // namespace
@@ -89,9 +108,9 @@ ByteId::ByteId(Variant const& variant) noexcept {
 
 ByteId::ByteId(QN_String const& text) noexcept {
     std::string_view const view = text.view();
-    if (hasUuidForm(view) && readPairs(view.data(), uuidPlaces, BYTE_LENGTH, bytes_)) return;
-    bytes_ = {};
-    if (!readScattered(view, bytes_)) bytes_ = {};
+    if (hasUuidForm(view) && readUuid(view.data(), bytes_.data())) return;
+    if (view.size() == 32 && readDigits(view.data(), bytes_.data())) return;
+    if (!readScattered(view, bytes_.data())) bytes_ = {};
 }
 
 QN_String ByteId::toString() const {
@@ -121,9 +140,9 @@ bool ByteId::byteToChar(char& out, unsigned char const& value) const noexcept {
 }
 
 bool ByteId::charToByte(unsigned char& out, char const& digit) const noexcept {
-    unsigned char const value = valueOf(digit);
+    unsigned short const value = lowValues[static_cast<unsigned char>(digit)];
     if (value == noDigit) return false;
-    out = value;
+    out = static_cast<unsigned char>(value);
     return true;
 }
 
