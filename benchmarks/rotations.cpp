@@ -116,8 +116,8 @@ template <class T> struct Lean : Ours<T> {
         T const* a = q.e;
         T const n = a[0] * a[0] + a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
         if (!(n > 0)) return {{0, 0, 0, 0}};
-        T const r = 1 / n;
-        return {{a[0] * r, -a[1] * r, -a[2] * r, -a[3] * r}};
+        T const r = 1 / n, minusR = -r;
+        return {{a[0] * r, a[1] * minusR, a[2] * minusR, a[3] * minusR}};
     }
     static Q slerp(T t, Q const& p, Q const& q) {
         T const *a = p.e, *b = q.e;

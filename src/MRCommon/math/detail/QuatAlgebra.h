@@ -84,7 +84,8 @@ template <class Q> constexpr Q conjugate(Q const& a) noexcept { return {a[0], -a
 template <class Q> constexpr Q inverse(Q const& a) noexcept {
     QuatElement<Q> const n = a[0] * a[0] + a[1] * a[1] + a[2] * a[2] + a[3] * a[3];
     if (!(n > 0)) return {0, 0, 0, 0};
-    return scaled(conjugate(a), 1 / n);
+    QuatElement<Q> const r = 1 / n, minusR = -r; // negating r, not the elements, saves time
+    return {a[0] * r, a[1] * minusR, a[2] * minusR, a[3] * minusR};
 }
 
 template <class Q> constexpr QuatElement<Q> squaredVectorPart(Q const& a) noexcept {
