@@ -56,9 +56,10 @@ template <class T> struct Ours {
     static Q inverse(Q const& a) { return a.getInverse(); }
     static Q slerp(T t, Q const& a, Q const& b) { return Q::Slerp(t, a, b); }
     static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) { return Q::Squad(t, p, a, b, q); }
+    static void toMatrix(Q const& a, M& m) { a.QuatToMatrix(&m); }
     static M matrix(Q const& a) {
         M m;
-        a.QuatToMatrix(&m);
+        toMatrix(a, m);
         return m;
     }
     static Q fromMatrix(M const& m) {
@@ -131,17 +132,20 @@ template <class T> struct Lean : Ours<T> {
     static Q squad(T t, Q const& p, Q const& a, Q const& b, Q const& q) {
         return slerp(2 * t * (1 - t), slerp(t, p, q), slerp(t, a, b));
     }
-    static M matrix(Q const& q) {
+    static void toMatrix(Q const& q, M& m) {
         T const x = q.e[O::isFloat ? 0 : 1], y = q.e[O::isFloat ? 1 : 2], z = q.e[O::isFloat ? 2 : 3];
         T const w = q.e[O::isFloat ? 3 : 0],
                 h = O::isFloat ? T(-1) : T(1); // h folds: the float form is transposed
         T const x2 = 2 * x, y2 = 2 * y, z2 = 2 * z;
         T const xx = x * x2, xy = x * y2, xz = x * z2, yy = y * y2, yz = y * z2, zz = z * z2;
         T const wx = w * x2 * h, wy = w * y2 * h, wz = w * z2 * h;
-        M m;
         m(0, 0) = 1 - (yy + zz), m(0, 1) = xy - wz, m(0, 2) = xz + wy;
         m(1, 0) = xy + wz, m(1, 1) = 1 - (xx + zz), m(1, 2) = yz - wx;
         m(2, 0) = xz - wy, m(2, 1) = yz + wx, m(2, 2) = 1 - (xx + yy);
+    }
+    static M matrix(Q const& q) {
+        M m;
+        toMatrix(q, m);
         return m;
     }
     static Q fromMatrix(M const& m) { // the branch that all inputs take
@@ -183,6 +187,7 @@ template <class Self, class T, class Quaternion> struct Peer {
     static Q makeForMatrix(T w, T x, T y, T z) { return make(w, x, y, z); }
     static Q makeForVector(T w, T x, T y, T z) { return make(w, x, y, z); }
     static Q product(Q const& a, Q const& b) { return a * b; }
+    template <class M> static void toMatrix(Q const& a, M& m) { m = Self::matrix(a); }
     static Values valuesFromMatrix(Q const& a) { return Self::values(a); }
 };
 
@@ -319,43 +324,54 @@ bool agrees(std::string const& row, std::vector<Values> const& got, double toler
 
 template <class L, class T> void addLibrary(std::string const& library) {
     static Inputs<L, T> const in;
-    auto const add = [&](char const* operation, auto calculate, auto values) {
+    // `calculate` writes a result, to where the caller has it, and `result` is any of its type.
+    auto const add = [&](char const* operation, auto result, auto calculate, auto values) {
         std::string const row = std::string(operation) + (sizeof(T) == 4 ? "/float" : "/double");
         std::vector<Values> results;
-        for (std::size_t i = 0; i < COUNT; ++i) results.push_back(values(calculate(i)));
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            calculate(i, result);
+            results.push_back(values(result));
+        }
         if (!agrees(row, results, sizeof(T) == 4 ? 2e-5 : 1e-13)) {
             std::fprintf(stderr, "%s: %s has other results\n", row.c_str(), library.c_str());
             std::exit(1);
         }
         Report::add(row, library, COUNT, [=](benchmark::State& state) {
-            std::vector<decltype(calculate(0))> out(COUNT, calculate(0));
+            std::vector<decltype(result)> out(COUNT, result);
             for (auto _ : state) {
-                for (std::size_t i = 0; i < COUNT; ++i) out[i] = calculate(i);
+                for (std::size_t i = 0; i < COUNT; ++i) calculate(i, out[i]);
                 benchmark::DoNotOptimize(out.data());
                 benchmark::ClobberMemory();
             }
         });
     };
+    using Q = typename L::Q;
+    using V = typename L::V;
+    using M = typename L::M;
+    using A = typename L::A;
     auto const any = [](auto const& result) { return L::values(result); };
     add(
-        "product", [](std::size_t i) { return L::product(in.p[i], in.q[i]); }, any);
+        "product", in.p[0], [](std::size_t i, Q& out) { out = L::product(in.p[i], in.q[i]); }, any);
     add(
-        "inverse", [](std::size_t i) { return L::inverse(in.p[i]); }, any);
+        "inverse", in.p[0], [](std::size_t i, Q& out) { out = L::inverse(in.p[i]); }, any);
     add(
-        "slerp", [](std::size_t i) { return L::slerp(in.t[i], in.p[i], in.q[i]); }, any);
+        "slerp", in.p[0], [](std::size_t i, Q& out) { out = L::slerp(in.t[i], in.p[i], in.q[i]); }, any);
     add(
-        "squad", [](std::size_t i) { return L::squad(in.t[i], in.p[i], in.a[i], in.b[i], in.q[i]); }, any);
+        "squad", in.p[0],
+        [](std::size_t i, Q& out) { out = L::squad(in.t[i], in.p[i], in.a[i], in.b[i], in.q[i]); }, any);
     add(
-        "to-matrix", [](std::size_t i) { return L::matrix(in.forMatrix[i]); }, any);
+        "to-matrix", in.m[0], [](std::size_t i, M& out) { L::toMatrix(in.forMatrix[i], out); }, any);
     add(
-        "from-matrix", [](std::size_t i) { return L::fromMatrix(in.m[i]); },
+        "from-matrix", in.p[0], [](std::size_t i, Q& out) { out = L::fromMatrix(in.m[i]); },
         [](auto const& result) { return L::valuesFromMatrix(result); });
     add(
-        "vector", [](std::size_t i) { return L::rotate(in.forVector[i], in.v[i]); }, any);
+        "vector", in.v[0], [](std::size_t i, V& out) { out = L::rotate(in.forVector[i], in.v[i]); }, any);
     add(
-        "from-axis-angle", [](std::size_t i) { return L::fromAxisAngle(in.axis[i], in.t[i]); }, any);
+        "from-axis-angle", in.p[0],
+        [](std::size_t i, Q& out) { out = L::fromAxisAngle(in.axis[i], in.t[i]); }, any);
     add(
-        "to-axis-angle", [](std::size_t i) { return L::toAxisAngle(in.q[i]); }, any);
+        "to-axis-angle", L::toAxisAngle(in.q[0]),
+        [](std::size_t i, A& out) { out = L::toAxisAngle(in.q[i]); }, any);
 }
 
 template <class T> void addPrecision() {
