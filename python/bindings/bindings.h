@@ -5,6 +5,7 @@
 #include <pybind11/pybind11.h>
 
 void bindProperties(pybind11::module_& module);
+void bindFiles(pybind11::module_& module);
 void bindFrames(pybind11::module_& module);
 void bindRotations(pybind11::module_& module);
 void bindGeometry(pybind11::module_& module);

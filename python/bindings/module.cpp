@@ -9,6 +9,7 @@ PYBIND11_MODULE(_core, module) {
         "version", [] { return quarn::versionString(); }, "Returns the version, such as \"1.0.0\".");
     registerFailures();
     bindProperties(module);
+    bindFiles(module);
     bindFrames(module);
     bindRotations(module);
     bindGeometry(module);

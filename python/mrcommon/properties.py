@@ -12,18 +12,17 @@ _NEWEST_WORKSPACE = 0xFFFFFFFF  # pickled records are in the current layout, wha
 Choices = Union[Mapping[str, int], Iterable[Sequence[Any]]]
 
 
-class Ppty:
+class Ppty(_core.Property):
     """The base of all kinds: a named value with a type. Make one of the classes below it.
 
     Two properties are equal if they are of one kind and have the same record. Properties can be copied and pickled;
     `repr` gives an expression for an equal property. What a plug-in's kind has beside its value is not in the `repr`.
     """
 
-    __slots__ = ("_property",)
-    _property: _core.Property
+    __slots__ = ()
 
     def __init__(self, name: str, *args: Any) -> None:
-        self._property = _core.Property(self._kind(), name)
+        super().__init__(self._kind(), name)
 
     @classmethod
     def _kind(cls) -> str:
@@ -34,63 +33,13 @@ class Ppty:
         raise TypeError(f"{cls.__name__} is not a property kind")
 
     @classmethod
-    def _wrap(cls, handle: _core.Property) -> "Ppty":
-        """Returns the Python object of the class that the handle's kind names."""
-        return cls._wrap_all([handle], [_class_named(handle.kind)])[0]
-
-    @staticmethod
-    def _wrap_all(handles: Iterable[_core.Property], classes: Iterable[type[Ppty]]) -> list[Ppty]:
-        """Returns an object for each handle, of the class beside it. Files have many records of few classes."""
-        new, wrapped = object.__new__, []
-        for handle, known in zip(handles, classes):
-            made = new(known)
-            made._property = handle
-            wrapped.append(made)
-        return wrapped
-
-    @property
-    def name(self) -> str:
-        """The name. A property keeps its name; `with_name` returns a copy with another one."""
-        return self._property.name
-
-    @property
-    def kind(self) -> str:
-        """The registered name of the class, such as "PptyFloat"."""
-        return self._property.kind
-
-    @property
-    def value(self) -> Any:
-        """The value, of the type that the class states. Setting raises TypeError for another type, OverflowError for a number that does not fit and
-        ValueError for a value that the bounds or the table refuse; the value is then unchanged."""
-        return self._property.value
-
-    @value.setter
-    def value(self, value: Any) -> None:
-        if not self._property.set_value(value):
-            raise ValueError(f"{self.kind} {self.name!r} refuses {value!r}")
-
-    def with_name(self, name: str) -> "Ppty":
-        """Returns a copy with another name."""
-        return Ppty._wrap(self._property.copy(name))
-
-    def to_bytes(self, endian: bool = False) -> bytes:
-        """Returns the record, as a FileStreamRaw writes it, or with `endian` as a FileStreamEndian does.
-
-        As in the library, a record of the latter has the name alone, except for PptyArrayString and PptyEnum.
-        """
-        return self._property.record(endian)
-
-    @classmethod
-    def from_bytes(cls, data: bytes, endian: bool = False, workspace: int | None = None) -> "Ppty":
+    def from_bytes(cls, data: bytes, endian: bool = False, workspace: int | None = None) -> Ppty:
         """Returns a property of this class read from a record that fills `data`.
 
         Raises RecordError, before anything is read, if the record is damaged or bytes follow it. `workspace` is the
         version of the data, which decides between the layouts of an enumeration; None: the current one.
         """
-        return Ppty._wrap(_core.read_bytes(bytes(memoryview(data)), [cls._kind()], None, endian, workspace)[0])
-
-    def __str__(self) -> str:
-        return self._property.text()
+        return _core.read_bytes(bytes(memoryview(data)), [cls._kind()], None, endian, workspace)[0]
 
     def __repr__(self) -> str:
         return f"{self.kind}({self.name!r}, {_written(self.value)})"
@@ -101,12 +50,6 @@ class Ppty:
         return self.kind == other.kind and self.to_bytes() == other.to_bytes()
 
     __hash__ = None  # type: ignore[assignment]  # the value can change
-
-    def __copy__(self) -> "Ppty":
-        return Ppty._wrap(self._property.copy(None))
-
-    def __deepcopy__(self, memo: object) -> "Ppty":
-        return Ppty._wrap(self._property.copy(None))
 
     def __reduce__(self) -> tuple[Any, ...]:
         return _from_record, (self.kind, self.to_bytes())
@@ -130,7 +73,7 @@ class _Plain(Ppty):
     def __init__(self, name: str, value: Any = None) -> None:
         super().__init__(name)
         if value is not None:
-            self._property.store_value(value)
+            self._store(value)
 
 
 class _Ranged(Ppty):
@@ -142,29 +85,29 @@ class _Ranged(Ppty):
     def __init__(self, name: str, value: Any = None, minimum: Any = None, maximum: Any = None) -> None:
         super().__init__(name)
         if value is not None:
-            self._property.store_value(value)
+            self._store(value)
         if minimum is not None:
-            self._property.minimum = minimum
+            self._minimum = minimum
         if maximum is not None:
-            self._property.maximum = maximum
+            self._maximum = maximum
 
     @property
     def minimum(self) -> Any:
         """The least value that setting accepts."""
-        return self._property.minimum
+        return self._minimum
 
     @minimum.setter
     def minimum(self, minimum: Any) -> None:
-        self._property.minimum = minimum
+        self._minimum = minimum
 
     @property
     def maximum(self) -> Any:
         """The greatest value that setting accepts."""
-        return self._property.maximum
+        return self._maximum
 
     @maximum.setter
     def maximum(self, maximum: Any) -> None:
-        self._property.maximum = maximum
+        self._maximum = maximum
 
     def __repr__(self) -> str:
         numbers = map(_written, (self.value, self.minimum, self.maximum))
@@ -289,8 +232,9 @@ class PptyEnum(Ppty):
     """A choice from a table of labels with numbers.
 
     `choices` is a mapping from label to number or a sequence of pairs; `value` a label or a number of the table, None
-    for no choice, or a pair of both, which the constructor stores whatever the table has. The value reads as the label,
-    and `index` as the number. An entry of a file's table that lacks its label or its number is not among the choices.
+    for no choice, or a pair of both, which the constructor stores whatever the table has. The value reads as the label
+    or None, and `index` as the number; setting takes a label, a number or None. An entry of a file's table that lacks its
+    label or its number is not among the choices.
     """
 
     __slots__ = ()
@@ -301,39 +245,26 @@ class PptyEnum(Ppty):
         self.choices = choices
         if isinstance(value, tuple):
             label, number = value
-            self._property.store_choice(label, number)
+            self._store_choice(label, number)
         elif value is not None:
             self.value = value
 
     @property
-    def value(self) -> Any:
-        """The label of the choice; None if no choice was made. Set it to a label or a number of the table."""
-        label, number = self._property.value
-        return None if label == "" and number == -1 else str(label)
-
-    @value.setter
-    def value(self, value: str | int | None) -> None:
-        if value is None:
-            self._property.store_choice("", -1)
-        elif not self._property.set_value(value):
-            raise ValueError(f"{value!r} is not a choice of {self.kind} {self.name!r}")
-
-    @property
     def index(self) -> int:
         """The number of the choice; -1 if no choice was made."""
-        return int(self._property.value[1])
+        return self._choice[1]
 
     @property
     def choices(self) -> Any:
         """The table, a list of (label, number). Set it to a mapping or to pairs; the choice then stays unchanged."""
-        return self._property.choices
+        return self._choices
 
     @choices.setter
     def choices(self, choices: Choices) -> None:
-        self._property.choices = choices.items() if isinstance(choices, Mapping) else choices
+        self._choices = choices.items() if isinstance(choices, Mapping) else choices
 
     def __repr__(self) -> str:
-        pair, label = self._property.value, self.value
+        pair, label = self._choice, self.value
         found = next((choice for choice in self.choices if choice[0] == label), None)
         value = label if label is None or found == pair else pair
         return f"{self.kind}({self.name!r}, {self.choices!r}, {value!r})"
@@ -350,8 +281,8 @@ def _class_named(kind: str) -> type[Ppty]:
     """Returns the class of a kind, made on first use if a plug-in registered the kind."""
     known = _classes.get(kind)
     if known is None:
-        code = _core.Property(kind, "").type_code  # ValueError if there is no such kind
-        base = next((b for b in _KINDS if _core.Property(b.__name__, "").type_code == code), None)
+        code = _core.Property(kind, "")._type_code  # ValueError if there is no such kind
+        base = next((b for b in _KINDS if _core.Property(b.__name__, "")._type_code == code), None)
         known = type(kind, (base or _Plain,), {"__slots__": (), "__doc__": f"The kind {kind}, of a plug-in."})
         _classes[kind] = known
     return known

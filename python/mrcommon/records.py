@@ -7,7 +7,7 @@ import os
 from typing import Any, Iterable, Sequence, Union
 
 from . import _core
-from .properties import Ppty, _class_named
+from .properties import Ppty
 
 Path = Union[str, "os.PathLike[str]"]
 
@@ -72,9 +72,7 @@ def read_records(path: Path, kinds: Sequence[Any], *, endian: bool = False, work
     if the file cannot be read.
     """
     names, repeat_from = _named(kinds, repeat)
-    handles = _core.read_file(path, names, repeat_from, endian, workspace)
-    classes = [_class_named(name) for name in names]
-    return Ppty._wrap_all(handles, itertools.chain(classes, itertools.cycle(classes[repeat_from or 0:])))
+    return _core.read_file(path, names, repeat_from, endian, workspace)
 
 
 def check_records(path: Path, kinds: Sequence[Any], *, endian: bool = False, workspace: int | None = None,
@@ -127,7 +125,7 @@ def load(path: Path) -> list[Ppty | UnknownEntry]:
     one that is not a file of properties or of a newer format, and OSError if it cannot be read. Damage is found before
     anything is returned.
     """
-    return [UnknownEntry(*entry) if isinstance(entry, tuple) else Ppty._wrap(entry) for entry in _core.load_file(path)]
+    return [UnknownEntry(*entry) if isinstance(entry, tuple) else entry for entry in _core.load_file(path)]
 
 
 def save(path: Path, properties: Iterable[Ppty | UnknownEntry]) -> None:
@@ -135,12 +133,12 @@ def save(path: Path, properties: Iterable[Ppty | UnknownEntry]) -> None:
 
     Raises OSError if the file cannot be written and TypeError for other entries; the old file then stays.
     """
-    _core.save_file(path, [_handle(entry) for entry in properties])
+    _core.save_file(path, [_plain(entry) for entry in properties])
 
 
-def _handle(entry: Ppty | UnknownEntry) -> Any:
-    if isinstance(entry, Ppty):
-        return entry._property
+def _plain(entry: Ppty | UnknownEntry) -> Ppty | tuple[str, int, bytes]:
     if isinstance(entry, UnknownEntry):
         return entry.kind, entry.schema, entry.record
+    if isinstance(entry, Ppty):
+        return entry
     raise TypeError(f"a property expected, not {type(entry).__name__}")

@@ -25,7 +25,7 @@ def test_round_trips(made):
     assert type(made).from_bytes(made.to_bytes()) == made
     assert eval(repr(made), vars(mr)) == made or "nan" in repr(made)
     for other in pickle.loads(pickle.dumps(made)), copy.copy(made), copy.deepcopy(made):
-        assert other == made and type(other) is type(made) and other._property is not made._property
+        assert other == made and type(other) is type(made) and other is not made
     assert made.with_name("other").name == "other"
     if made.kind in ("PptyEnum", "PptyArrayString"):
         assert type(made).from_bytes(made.to_bytes(endian=True), endian=True) == made

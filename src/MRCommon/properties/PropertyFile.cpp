@@ -3,6 +3,7 @@
 #include <MRCommon/properties/detail/AtomicFile.h>
 #include <MRCommon/properties/detail/Crc32.h>
 #include <MRCommon/properties/detail/EnumLayout.h>
+#include <MRCommon/properties/detail/PropertyClass.h>
 #include <MRCommon/properties/detail/RecordBytes.h>
 #include <MRCommon/properties/QN_MetaClass.h>
 
@@ -257,19 +258,6 @@ private:
 // ---------------------------------------------------------------------------
 // Loading
 
-/// Returns whether objects of the class are properties, without making one.
-bool isPropertyClass(QN_MetaClassBase const& metaClass) {
-    auto const throwNull = metaClass.upcastProbe().throwNull;
-    if (throwNull == nullptr) return false;
-    try {
-        throwNull();
-    } catch (Ppty const*) {
-        return true;
-    } catch (...) { // a pointer to another class
-    }
-    return false;
-}
-
 /// A whole file in memory, which nobody changes between check and use, and a FILE on it for readFrom().
 class FileInMemory {
 public:
@@ -421,7 +409,7 @@ private:
         auto const [found, isNew] = classes_.try_emplace(name);
         if (isNew) {
             QN_MetaClassBase const* const metaClass = QN_MetaClassBase::find(name.c_str());
-            found->second = {metaClass, metaClass != nullptr && isPropertyClass(*metaClass)};
+            found->second = {metaClass, metaClass != nullptr && detail::isPropertyClass(*metaClass)};
         }
         return found->second;
     }
