@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the manual: figures, Doxygen, and an index of the words on all pages.
-    make_manual.py <Doxyfile> <folder> [--pages <folder>] [--sheet <PNG>] [--dot <program>] [--mandoc <program>]
-                   [--theme <folder>]
+    make_manual.py <Doxyfile> <folder> [--pages <folder>] [--sheet <PNG>] [--sequences <PNG>] [--dot <program>]
+                   [--mandoc <program>] [--theme <folder>]
 
 <folder>/html is the manual. The sheet is made half as large for the front page. What is not given or does not exist is
 left out; the exit status is that of Doxygen.
@@ -95,6 +95,8 @@ def make_figures(folder, given):
         (folder / f"{page.name}.html").write_bytes(made.stdout)
     if given.sheet and given.sheet.exists():
         (folder / "sheet.png").write_bytes(half_of(given.sheet.read_bytes()))
+    if given.sequences and given.sequences.exists():
+        shutil.copy(given.sequences, folder / "sequences.png")
 
 
 class Sections(html.parser.HTMLParser):
@@ -180,7 +182,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("doxyfile", type=pathlib.Path)
     parser.add_argument("folder", type=pathlib.Path)
-    for name in ("pages", "sheet", "theme"):
+    for name in ("pages", "sheet", "sequences", "theme"):
         parser.add_argument(f"--{name}", type=pathlib.Path)
     for name in ("dot", "mandoc"):
         parser.add_argument(f"--{name}")

@@ -217,8 +217,9 @@ vectors from a Quat. Size 4 takes element 3, and the matrix is for row vectors. 
                 return Q(valueFrom<Vector3<T>>(axis), valueFrom<T>(angle));
             },
             py::arg("axis"), py::arg("angle"),
-            "Returns the rotation by `angle` radians about `axis`, of the shape (3,), which should be a unit "
-            "vector.")
+            R"(Returns the rotation by `angle` radians about `axis`, of the shape (3,), which should be a unit vector.
+
+TypeError for what is no number, OverflowError for one that does not fit and ValueError for another shape.)")
         .def_static("from_matrix", &fromMatrix<Q>, py::arg("matrix"),
                     R"(Returns the rotation of a matrix: (3, 3) for column vectors or (4, 4) for row vectors.
 
@@ -268,11 +269,9 @@ TypeError for what is no number, ValueError for other shapes and different n.)")
             py::arg("t"), py::arg("p"), py::arg("a"), py::arg("b"), py::arg("q"),
             "Returns the spherical cubic at t from p to q with the inner control points a and b; arrays as "
             "in slerp.");
-    // Copies, since quaternions can be changed.
-    type.def_property_readonly_static(
-        "IDENTITY", [](py::object const&) { return Q::IDENTITY; }, "(1, 0, 0, 0)");
-    type.def_property_readonly_static(
-        "ZERO", [](py::object const&) { return Q::ZERO; }, "(0, 0, 0, 0)");
+    // Copies, since quaternions can be changed. pybind11 drops the documentation of static properties.
+    type.def_property_readonly_static("IDENTITY", [](py::object const&) { return Q::IDENTITY; });
+    type.def_property_readonly_static("ZERO", [](py::object const&) { return Q::ZERO; });
     type.attr("__array_ufunc__") = py::none(); // a numpy number times a quaternion is a quaternion
 }
 
@@ -281,6 +280,8 @@ TypeError for what is no number, ValueError for other shapes and different n.)")
 void bindRotations(py::module_& module) {
     bindQuaternion<DQuat>(
         module, "DQuat",
-        "A rotation as a quaternion of four doubles: DQuat(e0, e1, e2, e3); e0 is the scalar part.");
-    bindQuaternion<Quat>(module, "Quat", "As DQuat, in single precision.");
+        R"(A rotation as a quaternion of four doubles: DQuat(e0, e1, e2, e3); e0 is the scalar part.
+
+IDENTITY is (1, 0, 0, 0) and ZERO (0, 0, 0, 0). TypeError for what is no number.)");
+    bindQuaternion<Quat>(module, "Quat", "As DQuat, IDENTITY and ZERO included, in single precision.");
 }

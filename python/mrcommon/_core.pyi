@@ -73,6 +73,7 @@ def frame_name(name: str, frame: int, ext: str, padding: int, order: int, prefix
 class DQuat:
     IDENTITY: Final[DQuat]
     ZERO: Final[DQuat]
+    __array_ufunc__: ClassVar[None]
     __hash__: ClassVar[None]  # type: ignore[assignment]
     @overload
     def __init__(self) -> None: ...
@@ -131,6 +132,7 @@ class DQuat:
 class Quat:
     IDENTITY: Final[Quat]
     ZERO: Final[Quat]
+    __array_ufunc__: ClassVar[None]
     __hash__: ClassVar[None]  # type: ignore[assignment]
     @overload
     def __init__(self) -> None: ...

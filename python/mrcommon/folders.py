@@ -38,7 +38,8 @@ class MissingFrames:
 
 @dataclass
 class FolderReport:
-    """What check_folder found: all faults sorted by path, and the gaps of all sequences."""
+    """What check_folder found: the number of `files` and their `bytes`, all `faults` sorted by path, and the `missing`
+    frames of the sequences that have gaps."""
 
     files: int = 0
     bytes: int = 0

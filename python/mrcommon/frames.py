@@ -13,12 +13,18 @@ Progress = Callable[[int], Union[bool, None]]
 
 
 class FrameOrder(enum.IntEnum):
-    """Where the frame is in a name. The values are stored in files."""
+    """Where the frame is in a name. The values are stored in files.
 
-    NAME_DOT_FRAME_DOT_EXT = 0  #: fluid.00012.bin
-    NAME_DOT_EXT_DOT_FRAME = 1  #: fluid.bin.00012
-    NAME_FRAME_DOT_EXT = 2  #: fluid00012.bin
-    NAME_UNDERSCORE_FRAME_DOT_EXT = 3  #: fluid_00012.bin
+    NAME_DOT_FRAME_DOT_EXT: fluid.00012.bin
+    NAME_DOT_EXT_DOT_FRAME: fluid.bin.00012
+    NAME_FRAME_DOT_EXT: fluid00012.bin
+    NAME_UNDERSCORE_FRAME_DOT_EXT: fluid_00012.bin
+    """
+
+    NAME_DOT_FRAME_DOT_EXT = 0
+    NAME_DOT_EXT_DOT_FRAME = 1
+    NAME_FRAME_DOT_EXT = 2
+    NAME_UNDERSCORE_FRAME_DOT_EXT = 3
 
 
 class FrameSequence:
@@ -119,11 +125,12 @@ class FrameSequence:
 
 @dataclass(frozen=True)
 class FrameScan:
-    """The sequences among some names, sorted by head, tail and padding, and all other names."""
+    """The `sequences` among some names, sorted by head, tail and padding, and all `others`; `complete` is False if
+    `progress` cancelled the scan."""
 
     sequences: list[FrameSequence]
     others: list[str]
-    complete: bool  #: False if `progress` cancelled the scan
+    complete: bool
 
 
 def _extensions(extensions: Iterable[str]) -> list[str]:
@@ -152,7 +159,10 @@ def scan_frames(folder: Path, negative_frames: bool = False, versions_are_names:
 
 def group_frames(names: Iterable[str], negative_frames: bool = False, versions_are_names: bool = False,
                  compound_extensions: Sequence[str] = (), progress: Progress | None = None) -> FrameScan:
-    """Returns the sequences among names, without looking at the disk. The options are those of scan_frames."""
+    """Returns the sequences among names, without looking at the disk. The options are those of scan_frames.
+
+    Raises TypeError for what is no name, and what `progress` raises.
+    """
     return _scan(_core.group_frames(names, negative_frames, versions_are_names, _extensions(compound_extensions), progress))
 
 

@@ -2,8 +2,11 @@
 import os
 import signal
 import struct
+import subprocess
+import sys
 import threading
 from concurrent.futures import Future, ProcessPoolExecutor, ThreadPoolExecutor
+from pathlib import Path
 
 import mrcommon as mr
 import pytest
@@ -99,14 +102,19 @@ def test_a_cluster_that_loses_a_worker_reports_all(folder, monkeypatch):
     distributed = pytest.importorskip("distributed")
     with distributed.LocalCluster(n_workers=2, threads_per_worker=1, processes=True, dashboard_address=None,
                                   local_directory=folder.parent) as cluster, distributed.Client(cluster) as client:
-        victim = next(iter(client.run(os.getpid).values()))
-        killed = []
+        address, victim = next(iter(client.run(os.getpid).items()))
+        unfinished = []
 
         def progress(done, total):
-            if not killed:
+            if not unfinished:
+                unfinished.append(client.processing()[address])
                 os.kill(victim, signal.SIGKILL)
-                killed.append(done)
 
         report = mr.check_folder(folder, KINDS, client.get_executor(), progress)
+        assert unfinished[0], "the worker was to be killed while chunks were its own"
+        assert not Path(f"/proc/{victim}").exists() and report == mr.check_folder(folder, KINDS)
         expect_complete(report, folder)
-        assert killed[0] < 200, "the worker was to be killed during the run"
+        example = Path(os.environ["MRCOMMON_SOURCE"], "examples/cluster/check_frames.py")
+        ran = subprocess.run([sys.executable, example, folder, "--scheduler", cluster.scheduler_address],
+                             capture_output=True, text=True)
+    assert ran.returncode == 1 and "\n400 files," in ran.stdout, ran.stderr
