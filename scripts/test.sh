@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # One command on a fresh machine: installs what is missing, builds, runs all tests.
-#     scripts/test.sh                 the presets asan and release, the latter with the Python module and the slow
-#                                     checks (clang-tidy, each header by itself, the types of the exported symbols);
-#                                     a build of the libraries, tools and examples with Clang; and the tests of
-#                                     threads with the thread sanitizer
+#     scripts/test.sh                 the presets asan and release, both with the Python module, the latter with the
+#                                     slow checks (clang-tidy, each header by itself, the types of the exported
+#                                     symbols); a build of the libraries, tools and examples with Clang; and the tests
+#                                     of threads with the thread sanitizer
 #     scripts/test.sh clang tsan      only these presets of CMakePresets.json
 # Tests with the label "nightly" are left out (Valgrind, the Debian packages, a browser, failing disks): see nightly.sh.
 # With LABELS=nightly in the environment only those run. If ccache is installed, it is used.
@@ -50,8 +50,11 @@ fi
 for preset in "$@"; do
     echo "== $preset"
     options=()
-    [ "$preset" != release ] || options=(-D MRCOMMON_BUILD_PYTHON=ON -D Python3_EXECUTABLE=/usr/bin/python3
-        -D MRCOMMON_BUILD_BENCHMARKS=OFF)
+    case $preset in
+    asan | release)
+        options=(-D MRCOMMON_BUILD_PYTHON=ON -D Python3_EXECUTABLE=/usr/bin/python3 -D MRCOMMON_BUILD_BENCHMARKS=OFF)
+        ;;
+    esac
     cmake --preset "$preset" "${options[@]}"
     cmake --build --preset "$preset"
     run_tests "$preset"

@@ -9,12 +9,14 @@ fail() { echo "$*"; exit 1; }
 
 rm -rf "$scratch"
 cmake --preset hardened -S "$source" -B "$scratch/build" -D CMAKE_CXX_COMPILER="$compiler" -D MRCOMMON_BUILD_TESTS=OFF \
-    -D MRCOMMON_BUILD_EXAMPLES=OFF -D MRCOMMON_BUILD_BENCHMARKS=OFF -D MRCOMMON_BUILD_FUZZERS=OFF
+    -D MRCOMMON_BUILD_EXAMPLES=OFF -D MRCOMMON_BUILD_BENCHMARKS=OFF -D MRCOMMON_BUILD_FUZZERS=OFF \
+    -D MRCOMMON_BUILD_PYTHON=AUTO -D Python3_EXECUTABLE=/usr/bin/python3
 cmake --build "$scratch/build"
 cpack -G DEB --config "$scratch/build/CPackConfig.cmake" -B "$scratch/packages"
 packages=("$scratch"/packages/*.deb)
-modules=$(find "$scratch/packages" -name 'python3-mrcommon_*.deb' | wc -l)
-[ ${#packages[@]} -eq $((4 + modules)) ] || fail "expected four packages: ${packages[*]}"
+modules=0 # the Python module is packed if it was made
+[ ! -d "$scratch/build/python/mrcommon" ] || modules=1
+[ ${#packages[@]} -eq $((4 + modules)) ] || fail "expected $((4 + modules)) packages: ${packages[*]}"
 for package in "${packages[@]}"; do
     name=$(dpkg-deb -f "$package" Package)
     depends=$(dpkg-deb -f "$package" Depends)
@@ -33,6 +35,12 @@ for package in "${packages[@]}"; do
     esac
     dpkg-deb -x "$package" "$scratch/unpacked"
 done
+
+if [ "$modules" -eq 1 ]; then
+    PYTHONPATH=$scratch/unpacked/usr/lib/python3/dist-packages /usr/bin/python3 -B -c \
+        'import mrcommon, sys; sys.exit(not mrcommon.__file__.startswith(sys.argv[1]) or mrcommon.PptyInt("a", 7).value != 7)' \
+        "$scratch/unpacked" || fail "the unpacked module does not work"
+fi
 
 # What is packed is hardened.
 for file in "$scratch"/unpacked/usr/lib/libMRCommon.so.*.* "$scratch"/unpacked/usr/bin/*; do
