@@ -5,6 +5,8 @@
 #include <MRCommon/frames/FileNameStitcher.h>
 #include <MRCommon/frames/FrameSequence.h>
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
@@ -149,6 +151,18 @@ unsigned long rangeByWalk(std::string const& folder, int known) {
     return bothOf(*first, *last);
 }
 
+/// Times what any program has to do: it asks the system for the names and does nothing with them.
+void addFloor(std::string const& row, std::string const& folder, int files) {
+    Report::add(row, "floor", static_cast<std::size_t>(files), [folder](benchmark::State& state) {
+        for (auto _ : state) {
+            DIR* const stream = opendir(folder.c_str());
+            while (readdir(stream) != nullptr) {
+            }
+            closedir(stream);
+        }
+    });
+}
+
 void range(std::string const& row, std::string const& folder, int known) {
     Comparison(row, [=] { return rangeByStitcher(folder, known); }).against("std_walk", [=] {
         return rangeByWalk(folder, known);
@@ -166,6 +180,7 @@ int main(int argc, char** argv) {
             "scan_folder_" + size, [mixed] { return quarn::scanFrames(mixed); },
             static_cast<std::size_t>(files))
             .against("std_regex", [mixed] { return byRegularExpression(mixed); });
+        addFloor("scan_folder_" + size, mixed, files);
         std::string const sequence = folders.emplace_back(sequenceNames(files)).path();
         range("range_middle_" + size, sequence, files / 2);
         range("range_end_" + size, sequence, files - 1);

@@ -26,6 +26,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -322,6 +323,30 @@ bool agrees(std::string const& row, std::vector<Values> const& got, double toler
     return true;
 }
 
+/// Returns `count` values, which are those of the list again and again.
+template <class Q> auto repeated(std::vector<Q> const& list, std::size_t count) {
+    auto const all = std::make_shared<std::vector<Q>>();
+    for (std::size_t i = 0; i < count; ++i) all->push_back(list[i % list.size()]);
+    return all;
+}
+
+/// Times the product of fewer and of more rotations than the other rows do. Its results were compared there.
+template <class L, class T>
+void addProduct(std::string const& library, std::size_t count, std::vector<typename L::Q> const& left,
+                std::vector<typename L::Q> const& right) {
+    auto const p = repeated(left, count);
+    auto const q = repeated(right, count);
+    std::string const row = "product_" + std::to_string(count) + (sizeof(T) == 4 ? "/float" : "/double");
+    Report::add(row, library, count, [=](benchmark::State& state) {
+        std::vector<typename L::Q> out(*p);
+        for (auto _ : state) {
+            for (std::size_t i = 0; i < count; ++i) out[i] = L::product((*p)[i], (*q)[i]);
+            benchmark::DoNotOptimize(out.data());
+            benchmark::ClobberMemory();
+        }
+    });
+}
+
 template <class L, class T> void addLibrary(std::string const& library) {
     static Inputs<L, T> const in;
     // `calculate` writes a result, to where the caller has it, and `result` is any of its type.
@@ -372,6 +397,7 @@ template <class L, class T> void addLibrary(std::string const& library) {
     add(
         "to-axis-angle", L::toAxisAngle(in.q[0]),
         [](std::size_t i, A& out) { out = L::toAxisAngle(in.q[i]); }, any);
+    for (std::size_t const count : {1000, 100000}) addProduct<L, T>(library, count, in.p, in.q);
 }
 
 template <class T> void addPrecision() {
