@@ -6,6 +6,7 @@
 #include <MRCommon/text/StringTokenizer.h>
 #include <MRCommon/text/StringTools.h>
 
+#include <functional>
 #include <numeric>
 
 #ifdef BENCH_ABSEIL

@@ -18,7 +18,6 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -137,8 +136,7 @@ inline QN_String& QN_String::format(char const* format, ...) {
 
 inline unsigned int QN_String::tokenize(char const& separator, Array<QN_String>& out) const {
     char const mark = separator;
-    std::less<QN_String const*> const before;
-    if (!before(this, out.data()) && before(this, out.data() + out.capacity())) {
+    if (detail::isAmong<QN_String>(this, out.data(), out.capacity())) {
         // The tokens would overwrite the only copy of the text.
         Array<QN_String> tokens;
         tokenize(mark, tokens);
