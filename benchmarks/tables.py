@@ -4,7 +4,8 @@
 Usage: tables.py FIGURES.json PAGE.md
 
 Everything between a line "<!-- figures: THEME -->" and the next "<!-- end -->" is replaced: by the table of the theme, or by the
-date, the processor and the compiler if THEME is "machine".
+date, the processor and the compiler if THEME is "machine". Ratios over their goal are bold, and the page must give the reason:
+the exit status is 1 if no item of its lists names such a row in its first words, as in "- `row`, `row`: ...".
 """
 import json
 import re
@@ -47,6 +48,12 @@ def ratio_of(ratio):
     return f"{ratio:.1f}" if ratio >= 10 else f"{ratio:.2f}" if ratio >= 0.01 else f"{ratio:.4f}"
 
 
+def is_over(theme, row):
+    """Compares the ratio as it is printed, so that the page shows why a row is bold."""
+    goal = GOALS.get(theme["theme"], {}).get(row["row"])
+    return goal is not None and float(ratio_of(row["ratio"])) > goal
+
+
 def table(theme):
     lines = ["| Row | Ours | Fastest peer | Ratio | Goal | Ratio to each |", "|---|---|---|---|---|---|"]
     for row in sorted(theme["rows"], key=in_order):
@@ -54,6 +61,7 @@ def table(theme):
         each = ", ".join(f"{who} {ratio_of(times['ours'] / time)}" for who, time in times.items() if who != "ours")
         goal = GOALS.get(theme["theme"], {}).get(row["row"], "")
         ratio = ratio_of(row["ratio"]) if "ratio" in row else ""
+        ratio = f"**{ratio}**" if is_over(theme, row) else ratio
         lines.append(f"| `{row['row']}` | {time_of(times['ours'])} | {row.get('fastest', '')} | {ratio} | {goal} | {each} |")
     return "\n".join(lines)
 
@@ -77,6 +85,12 @@ def main():
     page = re.sub(r"<!-- figures: (\w+) -->\n.*?<!-- end -->", fill, page, flags=re.DOTALL)
     with open(sys.argv[2], "w", encoding="utf-8") as file:
         file.write(page)
+    explained = {row for item in re.findall(r"^- ((?:`[^`]+`,?\s+(?:and\s+)?)+)", page, re.MULTILINE)
+                 for row in re.findall(r"`([^`]+)`", item)}
+    missing = [row["row"] for theme in figures["themes"] for row in theme["rows"]
+               if is_over(theme, row) and row["row"] not in explained]
+    if missing:
+        sys.exit(f"tables.py: {sys.argv[2]} gives no reason for the rows over their goal: " + ", ".join(missing))
 
 
 if __name__ == "__main__":
