@@ -207,6 +207,17 @@ TEST(RecordCheck, JudgesRecordsAlikeWhereverTheBufferOfTheFileEnds) {
     }
 }
 
+TEST(RecordCheck, AgreesWithReadingAfterACharacterWasPushedBack) {
+    TempFile file(hex("02000000 6100 00000000"));
+    FileStreamRaw stream(file);
+    std::fgetc(file);
+    std::ungetc(5, file); // a name that is too long, unless the file itself is looked at
+    PptyInt ppty;
+    bool const isGood = checkRecord(ppty, stream).good();
+    ppty.readFrom(stream);
+    EXPECT_NE(isGood, stream.failed());
+}
+
 TEST(RecordCheck, NamesTheFirstFaultyField) {
     using R = RecordCheck;
     Bytes const named = hex("02000000 6100");

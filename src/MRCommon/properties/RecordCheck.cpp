@@ -8,9 +8,11 @@
 #include <MRCommon/properties/RangeVectPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <typeinfo>
+#include <utility>
 
 namespace quarn {
 
@@ -66,57 +68,63 @@ struct KindFields {
 
 template <class Kind> bool isBaseOf(Ppty const& ppty) { return dynamic_cast<Kind const*>(&ppty) != nullptr; }
 
-template <class Kind> KindFields fieldsOf(void (*raw)(RecordFields&), void (*endian)(RecordFields&)) {
+template <class Kind>
+constexpr KindFields fieldsOf(void (*raw)(RecordFields&), void (*endian)(RecordFields&)) {
     return {&typeid(Kind), &isBaseOf<Kind>, raw, endian};
 }
 
-template <class Kind, class T> KindFields plain() { return fieldsOf<Kind>(&plainFields<T>, &nothing); }
-template <class Kind, class T> KindFields ranged() { return fieldsOf<Kind>(&rangedFields<T>, &nothing); }
-
-/// By type code, from 1.
-auto const& kinds() {
-    static std::array const all{
-        plain<PptyInt, int>(),
-        plain<PptyInt64, long long>(),
-        plain<PptyFloat, float>(),
-        plain<PptyDouble, double>(),
-        plain<PptyBool, bool>(),
-        plain<PptyString, QN_String>(),
-        plain<PptyVector3F, Vector3<float>>(),
-        plain<PptyVector3D, Vector3<double>>(),
-        plain<PptyColor4F, Color4<float>>(),
-        plain<PptyColor4D, Color4<double>>(),
-        fieldsOf<PptyArrayString>(&plainFields<Array<QN_String>>, &plainFields<Array<QN_String>>),
-        ranged<RIntPpty, int>(),
-        ranged<RInt64Ppty, long long>(),
-        ranged<RFloatPpty, float>(),
-        ranged<RDoublePpty, double>(),
-        ranged<RangeVect3FPpty, Vector3<float>>(),
-        ranged<RangeVect3DPpty, Vector3<double>>(),
-        fieldsOf<PptyEnum>(&enumFields, &enumFields),
-        plain<PptyFile, QN_String>(),
-        plain<PptyDirectory, QN_String>(),
-    };
-    return all;
+template <class Kind, class T> constexpr KindFields plain() {
+    return fieldsOf<Kind>(&plainFields<T>, &nothing);
+}
+template <class Kind, class T> constexpr KindFields ranged() {
+    return fieldsOf<Kind>(&rangedFields<T>, &nothing);
 }
 
-/// Returns the library's class of `pattern`, which may be a base of its class; null if the only base is Ppty. The type
-/// code finds it at once, unless a class of a host's own overrides getType().
-KindFields const* kindOf(Ppty const& pattern) {
+/// By type code, from 1.
+constexpr std::array kinds{
+    plain<PptyInt, int>(),
+    plain<PptyInt64, long long>(),
+    plain<PptyFloat, float>(),
+    plain<PptyDouble, double>(),
+    plain<PptyBool, bool>(),
+    plain<PptyString, QN_String>(),
+    plain<PptyVector3F, Vector3<float>>(),
+    plain<PptyVector3D, Vector3<double>>(),
+    plain<PptyColor4F, Color4<float>>(),
+    plain<PptyColor4D, Color4<double>>(),
+    fieldsOf<PptyArrayString>(&plainFields<Array<QN_String>>, &plainFields<Array<QN_String>>),
+    ranged<RIntPpty, int>(),
+    ranged<RInt64Ppty, long long>(),
+    ranged<RFloatPpty, float>(),
+    ranged<RDoublePpty, double>(),
+    ranged<RangeVect3FPpty, Vector3<float>>(),
+    ranged<RangeVect3DPpty, Vector3<double>>(),
+    fieldsOf<PptyEnum>(&enumFields, &enumFields),
+    plain<PptyFile, QN_String>(),
+    plain<PptyDirectory, QN_String>(),
+};
+
+/// Returns the library's class with the type code of `pattern`; null if a class of a host's own has another code.
+KindFields const* kindByCode(Ppty const& pattern) {
     unsigned int const place = pattern.getType() - 1;
-    if (place < kinds().size() &&
-        (typeid(pattern) == *kinds()[place].type || kinds()[place].isBaseOf(pattern)))
-        return &kinds()[place];
-    for (KindFields const& kind : kinds())
-        if (kind.isBaseOf(pattern)) return &kind;
-    return nullptr;
+    return place < kinds.size() ? &kinds[place] : nullptr;
+}
+
+/// Returns the library's class that `pattern` derives from, trying `likely` first; null if the only one is Ppty.
+KindFields const* baseOf(Ppty const& pattern, KindFields const* likely) {
+    if (likely != nullptr && likely->isBaseOf(pattern)) return likely;
+    auto const* const found = std::find_if(kinds.begin(), kinds.end(),
+                                           [&](KindFields const& kind) { return kind.isBaseOf(pattern); });
+    return found == kinds.end() ? nullptr : found;
 }
 
 void propertyFields(Ppty const& pattern, bool raw, RecordFields& fields) {
     fields.str("name");
-    KindFields const* const kind = kindOf(pattern);
+    KindFields const* kind = kindByCode(pattern);
+    bool const isOurs = kind != nullptr && typeid(pattern) == *kind->type;
+    if (!isOurs) kind = baseOf(pattern, kind);
     if (kind != nullptr) (raw ? kind->raw : kind->endian)(fields);
-    if (kind != nullptr && typeid(pattern) == *kind->type) return;
+    if (isOurs) return;
     if (auto const* const own = dynamic_cast<CheckableRecord const*>(&pattern))
         raw ? own->checkRawFields(fields) : own->checkEndianFields(fields);
 }
@@ -125,8 +133,8 @@ void propertyFields(Ppty const& pattern, bool raw, RecordFields& fields) {
 
 // ---------------------------------------------------------------------------
 
-bool RecordFields::fail(RecordCheck::Reason reason, unsigned long long offset, char const* field,
-                        long long element) {
+[[gnu::cold, gnu::noinline]] bool RecordFields::fail(RecordCheck::Reason reason, unsigned long long offset,
+                                                     char const* field, long long element) {
     result_.reason = reason;
     result_.offset = offset;
     result_.field = field;
@@ -141,7 +149,6 @@ bool RecordFields::fail(RecordCheck::Reason reason, unsigned long long offset, c
 bool RecordFields::read32(unsigned int& value) {
     std::array<unsigned char, sizeof value> bytes;
     if (!bytes_.read(bytes.data(), bytes.size())) return false;
-    at_ += bytes.size();
     if (raw_)
         std::memcpy(&value, bytes.data(), bytes.size());
     else
@@ -153,7 +160,9 @@ bool RecordFields::read32(unsigned int& value) {
 bool RecordFields::u32(char const* field, unsigned int* value) {
     if (!good()) return false;
     unsigned int ignored = 0;
-    return read32(value == nullptr ? ignored : *value) || fail(RecordCheck::EndsEarly, at_, field);
+    if (!read32(value == nullptr ? ignored : *value)) return fail(RecordCheck::EndsEarly, at_, field);
+    at_ += sizeof ignored;
+    return true;
 }
 
 bool RecordFields::i32(char const* field) { return u32(field); }
@@ -179,15 +188,14 @@ bool RecordFields::str(char const* field) { return strAt(field, -1); }
 
 bool RecordFields::strAt(char const* field, long long element) {
     if (!good()) return false;
-    unsigned long long const start = at_;
     unsigned int size = 0;
-    if (!read32(size)) return fail(RecordCheck::EndsEarly, start, field, element);
-    if (size == 0) return true;
-    char last = 0;
-    if (!skip(size - 1) || !bytes_.read(&last, 1))
-        return fail(RecordCheck::SizeBeyondFile, start, field, element);
-    ++at_;
-    return last == '\0' || fail(RecordCheck::Unterminated, start, field, element);
+    char last = '\0';
+    if (!read32(size)) return fail(RecordCheck::EndsEarly, at_, field, element);
+    if (size != 0 && !bytes_.readLast(last, size))
+        return fail(RecordCheck::SizeBeyondFile, at_, field, element);
+    if (last != '\0') return fail(RecordCheck::Unterminated, at_, field, element);
+    at_ += sizeof size + size;
+    return true;
 }
 
 /// Asks for the end of the file only if the list is long or at fault: that costs more than stepping over a short one.
@@ -223,32 +231,32 @@ void CheckableRecord::checkEndianFields(RecordFields&) const {}
 
 // ---------------------------------------------------------------------------
 
-template <class Walk> RecordCheck detail::RecordBytes::walk(bool raw, Walk const& walkFields) {
-    RecordFields fields(*this, start(), raw);
-    walkFields(fields);
-    if (fields.good()) {
-        fields.result_.offset = fields.at_;
-        fields.result_.size = fields.at_ - start();
-    }
-    return fields.result_;
-}
-
 RecordCheck detail::RecordBytes::check(Ppty const& pattern, bool raw) {
-    return walk(raw, [&](RecordFields& fields) { propertyFields(pattern, raw, fields); });
+    RecordFields fields(*this, start(), raw);
+    if (isSeekable()) propertyFields(pattern, raw, fields);
+    return resultOf(fields);
 }
 
-RecordCheck detail::RecordBytes::checkVariant() { return walk(true, variantFields); }
+RecordCheck detail::RecordBytes::checkVariant() {
+    RecordFields fields(*this, start(), true);
+    if (isSeekable()) variantFields(fields);
+    return resultOf(fields);
+}
+
+RecordCheck detail::RecordBytes::resultOf(RecordFields& fields) {
+    RecordCheck check;
+    if (!isSeekable() || !putBack()) {
+        check.reason = RecordCheck::NotSeekable;
+    } else if (fields.good()) {
+        check.offset = fields.at_;
+        check.size = fields.at_ - start();
+    } else {
+        check = std::move(fields.result_);
+    }
+    return check;
+}
 
 namespace {
-
-template <class Check> RecordCheck checkFile(std::FILE* file, Check const& checkBytes) {
-    RecordCheck notSeekable;
-    notSeekable.reason = RecordCheck::NotSeekable;
-    detail::FileBytes bytes(file);
-    if (!bytes.isSeekable()) return notSeekable;
-    RecordCheck const check = checkBytes(bytes);
-    return bytes.putBack() ? check : notSeekable;
-}
 
 char const* explanation(RecordCheck::Reason reason) {
     switch (reason) {
@@ -271,15 +279,15 @@ std::string RecordCheck::message() const {
 }
 
 RecordCheck checkRecord(Ppty const& pattern, FileStreamRaw& stream) {
-    return checkFile(stream.file(), [&](detail::RecordBytes& bytes) { return bytes.check(pattern, true); });
+    return detail::FileBytes(stream.file()).check(pattern, true);
 }
 
 RecordCheck checkRecord(Ppty const& pattern, FileStreamEndian& stream) {
-    return checkFile(stream.file(), [&](detail::RecordBytes& bytes) { return bytes.check(pattern, false); });
+    return detail::FileBytes(stream.file()).check(pattern, false);
 }
 
 RecordCheck checkVariantRecord(FileStreamRaw& stream) {
-    return checkFile(stream.file(), [](detail::RecordBytes& bytes) { return bytes.checkVariant(); });
+    return detail::FileBytes(stream.file()).checkVariant();
 }
 
 } // namespace quarn

@@ -1,85 +1,97 @@
 #include <MRCommon/properties/detail/RecordBytes.h>
 
 #include <sys/stat.h>
-#ifdef __GLIBC__
-#include <stdio_ext.h>
-#endif
-
-#include <array>
+#include <unistd.h>
 
 namespace quarn::detail {
 
+/// What a FILE has read ahead of its position.
+struct ReadAhead {
+    long long position; // -1 if the FILE has none
+    std::string_view bytes;
+};
+
 namespace {
 
-/// Returns the number of bytes in the FILE, or the current position if it cannot be found out.
-unsigned long long sizeOf(std::FILE* file, unsigned long long position) {
-    struct stat status;
-    int const descriptor = fileno(file);
-    if (descriptor >= 0 && fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
-        return static_cast<unsigned long long>(status.st_size);
-    off_t const end = fseeko(file, 0, SEEK_END) == 0 ? ftello(file) : -1; // such as a FILE in memory
-    bool const isBack = fseeko(file, static_cast<off_t>(position), SEEK_SET) == 0;
-    return end < 0 || !isBack ? position : static_cast<unsigned long long>(end);
+/// Returns the position that ftello returns, and the bytes only if it is known without that call, which takes as long as
+/// half a check: if the FILE has a descriptor whose offset it keeps, and no characters that were pushed back.
+ReadAhead readAhead(std::FILE* file) {
+    if (file == nullptr) return {-1, {}};
+#ifdef __GLIBC__
+    if (file->_IO_read_ptr < file->_IO_read_end && file->_fileno >= 0 && file->_offset >= 0 &&
+        file->_IO_save_base == nullptr) {
+        auto const size = file->_IO_read_end - file->_IO_read_ptr;
+        return {file->_offset - size, {file->_IO_read_ptr, static_cast<std::size_t>(size)}};
+    }
+#endif
+    return {ftello(file), {}};
 }
 
-/// Returns the bytes from the position on that the C library has read already; none if that is not known.
-std::string_view readAhead([[maybe_unused]] std::FILE* file) {
-#ifdef __GLIBC__
-    if (file != nullptr && __freading(file) != 0)
-        return {file->_IO_read_ptr, static_cast<std::size_t>(file->_IO_read_end - file->_IO_read_ptr)};
-#endif
-    return {};
+/// Returns the number of bytes in the FILE, or -1 if only the FILE itself can find it out.
+long long sizeOfRegular(std::FILE* file) {
+    struct stat status;
+    int const descriptor = fileno(file);
+    bool const isRegular = descriptor >= 0 && fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return isRegular ? status.st_size : -1;
 }
 
 } // namespace
 
-FileBytes::FileBytes(std::FILE* file)
-    : RecordBytes(readAhead(file)), file_(file), start_(file == nullptr ? -1 : ftello(file)),
-      filePosition_(static_cast<unsigned long long>(start_)), endInMemory_(filePosition_ + inMemory_.size()) {
-}
+FileBytes::FileBytes(std::FILE* file) : FileBytes(file, readAhead(file)) {}
 
-FileBytes::~FileBytes() { putBack(); }
-
-/// Also clears the mark of an end that was reached.
-bool FileBytes::putBack() {
-    if (!isMoved_) return true;
-    isMoved_ = false;
-    return fseeko(file_, static_cast<off_t>(start_), SEEK_SET) == 0;
-}
+FileBytes::FileBytes(std::FILE* file, ReadAhead const& ahead)
+    : RecordBytes(static_cast<unsigned long long>(ahead.position), ahead.bytes), file_(file),
+      isReadAhead_(!ahead.bytes.empty()), endInMemory_(start() + ahead.bytes.size()) {}
 
 unsigned long long FileBytes::end() {
     if (!end_) {
-        moveTo(at());
-        end_ = sizeOf(file_, at());
+        long long size = sizeOfRegular(file_);
+        if (size < 0) { // such as a FILE in memory
+            isMoved_ = true;
+            size = fseeko(file_, 0, SEEK_END) == 0 ? ftello(file_) : -1;
+        }
+        end_ = size < 0 ? at() : static_cast<unsigned long long>(size);
     }
     return *end_;
 }
 
-/// Moves the FILE, and leaves the bytes that were read ahead.
 bool FileBytes::moveTo(unsigned long long position) {
-    inMemory_ = {};
-    endInMemory_ = position;
-    if (filePosition_ == position) return true;
-    isMoved_ = true;
-    filePosition_ = position;
     return fseeko(file_, static_cast<off_t>(position), SEEK_SET) == 0;
 }
 
-bool FileBytes::readOn(void* buffer, std::size_t count) {
-    if (!moveTo(at())) return false;
+/// Copies as many of the bytes from an offset on as there are and have room, and returns their number.
+std::size_t FileBytes::copyAt(unsigned long long position) {
+    if (isReadAhead_) {
+        ssize_t const delivered =
+            pread(fileno(file_), copied_.data(), copied_.size(), static_cast<off_t>(position));
+        return delivered < 0 ? 0 : static_cast<std::size_t>(delivered);
+    }
     isMoved_ = true;
-    std::size_t const delivered = std::fread(buffer, 1, count, file_);
-    endInMemory_ += delivered;
-    filePosition_ += delivered;
-    return delivered == count;
+    return moveTo(position) ? std::fread(copied_.data(), 1, copied_.size(), file_) : 0;
 }
 
-/// Short fields are read, which costs less than moving the position of a FILE.
-bool FileBytes::skipOn(unsigned long long count) {
-    std::array<char, 256> unused;
-    if (count <= unused.size()) return readOn(unused.data(), static_cast<std::size_t>(count));
+/// Copies the next bytes, with those of them that are in memory already.
+void FileBytes::copyNext() {
     unsigned long long const position = at();
-    return position <= end() && count <= end() - position && moveTo(position + count);
+    inMemory_ = {copied_.data(), copyAt(position)};
+    endInMemory_ = position + inMemory_.size();
+}
+
+bool FileBytes::readOn(void* buffer, std::size_t count) {
+    copyNext();
+    return count <= inMemory_.size() && read(buffer, count);
+}
+
+bool FileBytes::skipOn(unsigned long long count) {
+    if (count <= copied_.size()) {
+        copyNext();
+        return count <= inMemory_.size() && skip(count);
+    }
+    unsigned long long const position = at();
+    if (position > end() || count > end() - position) return false;
+    inMemory_ = {};
+    endInMemory_ = position + count;
+    return true;
 }
 
 } // namespace quarn::detail

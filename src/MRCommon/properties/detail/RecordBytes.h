@@ -5,11 +5,13 @@
 #include <MRCommon/properties/Ppty.h>
 #include <MRCommon/properties/RecordCheck.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace quarn::detail {
 
@@ -19,8 +21,9 @@ public:
     RecordBytes& operator=(RecordBytes const&) = delete;
     virtual ~RecordBytes() = default;
 
-    virtual unsigned long long start() const = 0; ///< the offset of the record
-    virtual unsigned long long end() = 0;         ///< the offset past the last byte that there is
+    unsigned long long start() const { return start_; } ///< the offset of the record
+    virtual unsigned long long end() = 0;               ///< the offset past the last byte that there is
+    virtual bool putBack() { return true; } ///< puts the position of a FILE back; false if that fails
 
     /// Copies the next bytes and moves past them; false if fewer are left.
     bool read(void* buffer, std::size_t count) {
@@ -37,14 +40,22 @@ public:
         return true;
     }
 
+    /// Copies the last of the next `count` bytes, at least one, and moves past all; false if fewer are left.
+    bool readLast(char& last, unsigned long long count) {
+        if (count > inMemory_.size()) return skip(count - 1) && read(&last, 1);
+        last = inMemory_[static_cast<std::size_t>(count) - 1];
+        inMemory_.remove_prefix(static_cast<std::size_t>(count));
+        return true;
+    }
+
     ///@{
-    /// Checks the record that begins at start().
+    /// Checks the record that begins at start(), and puts the position back.
     RecordCheck check(Ppty const& pattern, bool raw);
     RecordCheck checkVariant();
     ///@}
 
 protected:
-    explicit RecordBytes(std::string_view inMemory) : inMemory_(inMemory) {}
+    RecordBytes(unsigned long long start, std::string_view inMemory) : start_(start), inMemory_(inMemory) {}
 
     ///@{
     /// Do the same if fewer bytes are in memory.
@@ -52,55 +63,59 @@ protected:
     virtual bool skipOn(unsigned long long count) = 0;
     ///@}
 
+    unsigned long long start_;  ///< -1 if there is no position
     std::string_view inMemory_; ///< the next bytes, as far as they are in memory
 
 private:
-    template <class Walk> RecordCheck walk(bool raw, Walk const& walkFields);
+    bool isSeekable() const { return static_cast<long long>(start_) >= 0; }
+    RecordCheck resultOf(RecordFields& fields);
 };
 
-/// The bytes of a FILE from its position on. Those that the C library has read ahead are looked at where they are, since
-/// moving the position of a FILE costs a system call.
-class FileBytes : public RecordBytes {
+struct ReadAhead;
+
+/// The bytes of a FILE from its position on. Those that the C library has read ahead are looked at where they are, and
+/// those that follow them are copied with pread: moving the position of a FILE costs system calls and its buffer.
+class FileBytes final : public RecordBytes {
 public:
     explicit FileBytes(std::FILE* file);
-    ~FileBytes() override; ///< puts the position back
+    ~FileBytes() override { FileBytes::putBack(); }
 
-    bool isSeekable() const { return start_ >= 0; }
-    bool putBack(); ///< puts the position back; false if that fails
-
-    unsigned long long start() const override { return static_cast<unsigned long long>(start_); }
     unsigned long long end() override;
+    /// Also clears the mark of an end that was reached.
+    bool putBack() override { return !std::exchange(isMoved_, false) || moveTo(start_); }
 
 private:
+    FileBytes(std::FILE* file, ReadAhead const& ahead);
+
     bool readOn(void* buffer, std::size_t count) override;
     bool skipOn(unsigned long long count) override;
 
     unsigned long long at() const { return endInMemory_ - inMemory_.size(); }
     bool moveTo(unsigned long long position);
+    std::size_t copyAt(unsigned long long position);
+    void copyNext();
 
     std::FILE* file_;
-    long long start_;
-    std::optional<unsigned long long> end_; // asked for only when a count or a long string needs it
-    unsigned long long filePosition_;
-    unsigned long long endInMemory_; // the offset past `inMemory_`
+    bool isReadAhead_; // then the FILE has a descriptor and nothing left to write
     bool isMoved_ = false;
+    unsigned long long endInMemory_;        // the offset past `inMemory_`
+    std::optional<unsigned long long> end_; // asked for only when a count or a long string needs it
+    std::array<char, 1024> copied_;
 };
 
 /// A record in memory, whose offset in its file is `start`.
-class MemoryBytes : public RecordBytes {
+class MemoryBytes final : public RecordBytes {
 public:
     MemoryBytes(char const* bytes, std::size_t size, unsigned long long start = 0)
-        : RecordBytes({bytes, size}), start_(start), size_(size) {}
+        : RecordBytes(start, {bytes, size}), end_(start + size) {}
 
-    unsigned long long start() const override { return start_; }
-    unsigned long long end() override { return start_ + size_; }
+    unsigned long long end() override { return end_; }
 
 private:
     bool readOn(void*, std::size_t) override { return false; }
     bool skipOn(unsigned long long) override { return false; }
 
-    unsigned long long start_;
-    std::size_t size_;
+    unsigned long long end_;
 };
 
 } // namespace quarn::detail
