@@ -34,12 +34,12 @@ template <class T> void copyRawBytes(T& target, ItemVariant const& source) {
     });
 }
 
-/// Copies what the variant's typed access returns to ints, strings and lists, and raw bytes to every other type.
+/// Copies what the variant's typed access returns, or else raw bytes if T is neither an int nor a string or a list.
 template <class T> void assignFrom(T& target, ItemVariant const& source) {
-    if constexpr (isTriviallyCopyable<T> && !std::is_same_v<T, int>)
-        copyRawBytes(target, source);
-    else if (T const* const payload = source.as<T>())
+    if (T const* const payload = source.as<T>())
         target = *payload;
+    else if constexpr (isTriviallyCopyable<T> && !std::is_same_v<T, int>)
+        copyRawBytes(target, source);
 }
 
 } // namespace detail
