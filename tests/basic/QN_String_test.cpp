@@ -13,23 +13,6 @@
 
 using namespace quarn;
 
-namespace {
-
-QN_String withCapacity(char const* text, unsigned int capacity) {
-    QN_String s(text);
-    s.reserve(capacity, true);
-    return s;
-}
-
-/// Returns the strings of a list with their sizes: "a:2 bc:3 ".
-std::string joined(Array<QN_String> const& list) {
-    std::string text;
-    for (QN_String const& s : list) text += std::string(s.view()) + ":" + std::to_string(s.size()) + " ";
-    return text;
-}
-
-} // namespace
-
 TEST(QN_String, CountsItsTerminator) {
     EXPECT_EQ(shape(QN_String()), (Shape{1, 1}));
     EXPECT_EQ(shape(QN_String("")), (Shape{1, 1}));
