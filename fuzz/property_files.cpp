@@ -1,8 +1,10 @@
-// Files of properties: what is accepted is saved again to the same bytes, and what is refused changes nothing.
+// Files of properties: what is accepted is saved again to the same bytes, and what is refused changes nothing. Memory is
+// in proportion to the file.
 //     byte 0    odd: the rest has no signature, format and checksum, which are added
 //     the rest  a file
 #include "Memory.h"
 #include "Scratch.h"
+#include "support/Allocations.h"
 
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/detail/Crc32.h>
@@ -97,7 +99,11 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     PropertyList list;
     list.add(std::make_unique<PptyInt>("kept", 7));
     Ppty const* const kept = list.property(0);
-    FileStatus const status = loadProperties(path, list);
+    FileStatus status;
+    {
+        AllocationLimit const limit(8 * file.size() + 1024); // in proportion to the file
+        status = loadProperties(path, list);
+    }
     if (status.ok())
         requireSavedAlike(file, list);
     else
