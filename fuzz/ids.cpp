@@ -46,6 +46,8 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     ByteId const other(text.c_str());
     requireTextForms(id);
     requireParsing(text);
-    require((id < other) == (textOf(id) < textOf(other)), "the order is the order of the texts");
+    int const order = textOf(id).compare(textOf(other));
+    require((id < other) == (order < 0) && (id >= other) == (order >= 0) && (id == other) == (order == 0),
+            "the order is the order of the texts");
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <qn_fileio/qn_fileio.h>
 
 #include "support/Allocations.h"
+#include "support/Cases.h"
 #include "support/TempDir.h"
 #include "support/TempFile.h"
 
@@ -17,7 +18,6 @@
 
 #include <climits>
 #include <filesystem>
-#include <tuple>
 #include <vector>
 
 using quarn::QN_String;
@@ -52,10 +52,6 @@ struct {
 } accesses;
 
 bool foldersCannotBeOpened = false;
-
-struct Reading {
-    char const *path, *result;
-};
 
 /// Returns what parsing says of a path below `folder`: "name|extension first..last width order", or "no".
 std::string parsed(std::string const& folder, std::string const& path) {
@@ -102,20 +98,9 @@ TEST(FileNameStitcher, StartsWithItsDefaults) {
 
 TEST(FileNameStitcher, BuildsNames) {
     FileNameStitcher::instance().setSceneName("shot.take2.scn");
-    // clang-format off
-    std::tuple<char const*, unsigned int, int, int, char const*, char const*> const cases[] = {
-        {"/cache/$(SCENENAME)/", 5, 2, 12, ".bin", "/cache/shot/fluid00012.bin"},
-        {"/cache/$(SCENENAME)/", 5, 0, 12, ".bin", "/cache/shot/fluid.00012.bin"},
-        {"/cache/$(SCENENAME)/", 5, 1, 12, ".bin", "/cache/shot/fluid.bin.00012"},
-        {"/cache/$(SCENENAME)/", 5, 3, 12, ".bin", "/cache/shot/fluid_00012.bin"},
-        {"/cache/$(SCENENAME)/", 3, 3, 1234, "bin", "/cache/shot/fluid_1234.bin"},
-        {"$(SCENENAME)$(SCENENAME)", 1, 2, 0, "x", "shot$(SCENENAME)fluid0.x"},
-        {"$(SCENENAME", 0, 2, 0, "tar.gz", "$(SCENENAMEfluid0.targz"}, {"", 5, 2, -3, "x", "fluid-0003.x"},
-        {"", 2, 2, -34, "x", "fluid-34.x"}, {"", 0, 1, INT_MIN, "", "fluid..-2147483648"},
-        {"", 12, 0, INT_MAX, "..", "fluid.002147483647."}, {"", 5, 4, 1, "x", ""}, {"", 5, -1, 1, "x", ""}};
-    // clang-format on
-    for (auto const& [prefix, padding, order, frame, ext, result] : cases)
-        EXPECT_EQ(stitcher(prefix, padding, order).doIt("fluid", frame, ext), result);
+    for (Case const& c : casesOf("BuildsNames"))
+        EXPECT_EQ(stitcher(c[0], c.count(1), c.integer(2)).doIt("fluid", c.integer(3), c[4]), c[5])
+            << c.place;
 }
 
 TEST(FileNameStitcher, BuildsNamesOfAnyLength) {
@@ -137,16 +122,10 @@ TEST(FileNameStitcher, CutsTheSceneNameAtItsFirstDot) {
 }
 
 TEST(FileNameStitcher, WritesFormats) {
-    // clang-format off
-    std::tuple<int, unsigned int, char const*> const cases[] = {
-        {0, 4, "%s.%04d.%s"}, {1, 4, "%s.%s.%04d"}, {2, 4, "%s%04d.%s"}, {3, 4, "%s_%04d.%s"},
-        {0, 0, "%s.%s"}, {1, 0, "%s.%s.%00d"}, {2, 0, "%s.%s"}, {3, 0, "%s.%s"},
-        {3, 0x80000000, "%s_%0-2147483648d.%s"}, {4, 4, "untouched"}, {-1, 4, "untouched"}};
-    // clang-format on
-    for (auto const& [order, padding, format] : cases) {
+    for (Case const& c : casesOf("WritesFormats")) {
         char out[21] = "untouched";
-        FileNameStitcher::setFormatStr(out, orderOf(order), padding);
-        EXPECT_STREQ(out, format);
+        FileNameStitcher::setFormatStr(out, orderOf(c.integer(0)), c.count(1));
+        EXPECT_EQ(out, c[2]) << c.place;
     }
 }
 
@@ -262,61 +241,23 @@ TEST(FrameProbe, ReadsNoMoreThanItsQuestionsCost) {
 
 TEST(FrameExtensionFromPath, FindsSequences) {
     TempDir folder;
-    // clang-format off
-    std::tuple<char const*, int, int, char const*, char const*> const cases[] = {
-        {"fluid_%05d.bin", 10, 20, "fluid_00012.bin", "fluid|bin 10..20 5 3"},
-        {"fluid.bin.%04d", 1, 9, "fluid.bin.0007", "fluid|bin 1..9 4 1"},
-        {"mesh.%03d.obj", 0, 5, "mesh.003.obj", "mesh|obj 0..5 3 0"},
-        {"smoke%02d.vdb", 8, 9, "smoke09.vdb", "smoke|vdb 8..9 2 2"},
-        {"long12%010d.bin", 1, 2, "long120000000001.bin", "long12|bin 1..2 10 2"},
-        {"v1.2/part_%03d.bin", 1, 3, "v1.2/part_002.bin", "v1.2/part|bin 1..3 3 3"},
-        {"%04d.bin", 5, 6, "0005.bin", "|bin 5..6 4 2"},
-        {"take%d.bin", 1, 2, "take2.bin", "take|bin 1..2 1 2"},
-        {"smoke_v%d.vdb", 1, 2, "smoke_v2.vdb", "smoke_v|vdb 1..2 1 2"},
-        {"minus-%04d.x", 2, 3, "minus-0003.x", "minus-|x 2..3 4 2"},
-        {"last.x.%05d", -3, 1, "last.x.-0002", "last|x 4294967293..1 5 1"},
-        {"sign.x.%02d", 7, 8, "sign.x.+7", "sign|x 7..8 2 1"},
-        {"blank.x.%03d", 7, 8, "blank.x. +7", "blank|x 7..8 3 1"}};
-    // clang-format on
-    for (auto const& [format, first, last, path, result] : cases) {
-        for (int frame = first; frame <= last; ++frame)
-            folder.touch(QN_String().format(format, frame).c_str());
-        EXPECT_EQ(parsed(folder.path(""), path), result);
+    for (Case const& c : casesOf("FindsSequences")) {
+        for (int frame = c.integer(1); frame <= c.integer(2); ++frame)
+            folder.touch(QN_String().format(c.c_str(0), frame).c_str());
+        EXPECT_EQ(parsed(folder.path(""), c[3]), c[4]) << c.place;
     }
 }
 
 TEST(FrameExtensionFromPath, AcceptsFilesWithoutNeighbours) {
     TempDir folder;
-    // clang-format off
-    Reading const cases[] = {
-        {"take2.bin", "take2|bin 0..0 0 2"}, {"smoke_v2.vdb", "smoke_v2|vdb 0..0 0 2"},
-        {"notes.txt", "notes|txt 0..0 0 1"}, {"notes\xB2.txt", "notes\xB2|txt 0..0 0 1"},
-        {"d.x/readme", "d|x/readme 0..0 0 1"}, {"fluid_7.bin", "fluid|bin 7..7 1 3"},
-        {"fluid.7.bin", "fluid|bin 7..7 1 0"}, {"fluid.bin.0000", "fluid|bin 0..0 4 1"},
-        {"fluid..bin", "fluid.|bin 0..0 0 1"}, {"fluid.", "fluid| 0..0 0 1"},
-        {"fluid.bin.00x", "fluid.bin|00x 0..0 0 1"},
-        {"minus_-0003.x", "minus_-0003|x 0..0 0 2"},
-        // A frame, although no name is built like that: the search finds no file.
-        {"fluid.bin.12abc", "fluid|bin 12..11 5 1"}, {"fluid.bin.+7", "fluid|bin 7..6 2 1"},
-        {"r.x/mesh.3ds", "r|x/mesh 3..2 3 1"}};
-    // clang-format on
-    for (Reading const& c : cases) {
-        folder.touch(c.path);
-        EXPECT_EQ(parsed(folder.path(""), c.path), c.result);
+    for (Case const& c : casesOf("AcceptsFilesWithoutNeighbours")) {
+        folder.touch(c[0]);
+        EXPECT_EQ(parsed(folder.path(""), c[0]), c[1]) << c.place;
     }
 }
 
 TEST(FrameExtensionFromPath, ReadsPathsWithoutAFile) {
-    // clang-format off
-    Reading const cases[] = {
-        {"no_such_readme", "no untouched|untouched 7..7 7 1"}, {"", "no untouched|untouched 7..7 7 1"},
-        {"12.0007", "|12 7..6 4 1"}, {".", "| 0..0 0 1"}, {".0", "| 0..4294967295 1 1"},
-        {"n.-2", "|n 4294967294..4294967293 2 1"}, {"d.1/readme", "|d 1..0 8 1"},
-        {"no_such_9999999999.x", "no_such|x 1410065407..1410065406 10 3"},
-        {"no_such.2000000000.x", "no_such|x 2000000000..2000000000 10 0"},
-        {"n.x.99999999999999999999", "n|x 4294967295..4294967294 20 1"}};
-    // clang-format on
-    for (Reading const& c : cases) EXPECT_EQ(parsed("", c.path), c.result) << c.path;
+    for (Case const& c : casesOf("ReadsPathsWithoutAFile")) EXPECT_EQ(parsed("", c[0]), c[1]) << c.place;
     QN_String path("no_such_5.x");
     FrameExtensionOrder order = orderOf(0);
     unsigned int number = 0;
@@ -345,21 +286,6 @@ TEST(FrameExtensionFromPath, AsksTheDiskOnlyForTheRange) {
     EXPECT_EQ(order, FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME);
 }
 
-TEST(FrameExtensionFromPath, LeavesTheOutputsAloneIfMemoryIsExhausted) {
-    TempDir folder;
-    folder.touch("a_1.x");
-    QN_String const path(folder.path("a_1.x").c_str());
-    QN_String name("a name"), ext("an extension");
-    unsigned int first = 7, last = 7, padding = 7;
-    FrameExtensionOrder order{};
-    auto const parse = [&] {
-        EXPECT_TRUE(name == "a name" && ext == "an extension" && first == 7 && last == 7 && padding == 7);
-        FileNameStitcher::frameExtensionFromPath(path, name, ext, first, last, padding, order);
-    };
-    EXPECT_GT(failEveryAllocation(parse), 1);
-    EXPECT_TRUE(ext == "x" && first == 1 && padding == 1);
-}
-
 TEST(FileNameStitcher, ReadsTheRecordThatItWrote) {
     TempFile file;
     SetCurrentStream(file);
@@ -378,21 +304,14 @@ TEST(FileNameStitcher, ReadsTheRecordThatItWrote) {
 }
 
 TEST(FileNameStitcher, KeepsWhatACutRecordLacks) {
-    using namespace std::string_literals;
-    // clang-format off
-    std::tuple<char const*, std::string, unsigned int, int> const cases[] = {
-        {"", "", 9, 3}, {"000000", "", 9, 3}, {"00000004 61", "aefg", 9, 3},
-        {"00000006 6162", "abfg\0\0"s, 9, 3}, {"00000001 61 0000", "a", 9, 3},
-        {"00000001 61 00000004", "a", 4, 3}, {"00000001 61 00000004 000000", "a", 4, 3}};
-    // clang-format on
-    for (auto const& [record, prefix, padding, order] : cases) {
-        TempFile file(hex(record));
+    for (Case const& c : casesOf("KeepsWhatACutRecordLacks")) {
+        TempFile file(hex(c[0]));
         FileNameStitcher& s = stitcher("defg", 9, 3);
         SetCurrentStream(file);
         s.load();
         SetCurrentStream(nullptr);
-        EXPECT_EQ(s.prefix, prefix) << record;
-        EXPECT_TRUE(s.padding == padding && s.order == order) << record;
+        EXPECT_EQ(s.prefix, c[1]) << c.place;
+        EXPECT_TRUE(s.padding == c.count(2) && s.order == c.integer(3)) << c.place;
     }
     FileNameStitcher& s = stitcher("defg", 9, 3);
     s.load();
@@ -466,11 +385,6 @@ TEST(FileNameStitcher, LoadsCheckedRecordsFromPipesWithoutTrustingTheirLength) {
         std::fclose(file);
         EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
     }
-}
-
-TEST(FileNameStitcher, PassesMemoryExhaustionOn) {
-    FileNameStitcher const& s = stitcher("", 100, 2);
-    EXPECT_GT(failEveryAllocation([&] { static_cast<void>(s.doIt("n", 1, "x")); }), 0);
 }
 
 TEST(FrameProbe, AllocatesNothing) {

@@ -15,6 +15,7 @@ struct Case {
     std::string const& operator[](std::size_t i) const { return fields.at(i); }
     char const* c_str(std::size_t i) const { return fields.at(i).c_str(); }
     long long number(std::size_t i) const { return std::stoll(fields.at(i)); }
+    int integer(std::size_t i) const { return static_cast<int>(number(i)); }
     unsigned int count(std::size_t i) const { return static_cast<unsigned int>(number(i)); }
     std::vector<std::string> from(std::size_t i) const; ///< the fields from the i-th on
 };

@@ -1,6 +1,7 @@
 // Paths: folders that are created, and paths that are split.
 #include <MRCommon/system/Paths.h>
 
+#include "support/Cases.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -9,24 +10,10 @@
 
 #include <filesystem>
 #include <string>
-#include <tuple>
-
-using namespace std::string_literals;
 
 namespace {
 
 bool isFolder(std::string const& path) { return std::filesystem::is_directory(path); }
-
-struct Split {
-    std::string path, dir, file; // no dir: the path has no separator that counts
-};
-
-// clang-format off
-Split const splits[] = {
-    {"dir/file", "dir", "file"}, {"a\\b/c", "a\\b", "c"}, {"a/b\\c", "a/b", "c"}, {"/a/b", "/a", "b"},
-    {"dir/", "dir", ""}, {"//", "/", ""}, {"/file", "", "/file"}, {"abc", "", "abc"}, {"/", "", "/"},
-    {"", "", ""}};
-// clang-format on
 
 } // namespace
 
@@ -59,7 +46,8 @@ TEST(MakeSurePathExists, GrantsWhatTheMaskOfTheProcessAllows) {
 }
 
 TEST(GetFullPathName2, SplitsAtTheLastSeparator) {
-    for (auto const& [path, dir, file] : splits) {
+    for (Case const& c : casesOf("Splits")) {
+        std::string const &path = c[0], &dir = c[1], &file = c[2];
         char folder[16] = "untouched";
         char const* found = nullptr;
         unsigned int const length = GetFullPathName2(path.c_str(), 1, folder, &found);
@@ -71,21 +59,16 @@ TEST(GetFullPathName2, SplitsAtTheLastSeparator) {
 }
 
 TEST(PathFindFileName, ReturnsWhatFollowsTheLastSeparator) {
-    for (auto const& [path, dir, file] : splits) {
-        std::string text = path;
-        EXPECT_STREQ(PathFindFileName(text.data()), file.c_str()) << path;
+    for (Case const& c : casesOf("Splits")) {
+        std::string text = c[0];
+        EXPECT_STREQ(PathFindFileName(text.data()), c.c_str(2)) << c.place;
     }
 }
 
 TEST(ReplaceCharacter, CountsWhatItOverwrites) {
-    // clang-format off
-    std::tuple<std::string, char, char, unsigned int, std::string> const cases[] = {
-        {"a.b.c", '.', '_', 2, "a_b_c"}, {"abc", '.', '_', 0, "abc"}, {"", 'a', 'b', 0, ""},
-        {"aa", 'a', 'a', 2, "aa"}, {"a.b.c", '.', '\0', 1, "a\0b.c"s}, {"abc", '\0', 'x', 0, "abc"}};
-    // clang-format on
-    for (auto const& [before, from, to, count, result] : cases) {
-        std::string text = before;
-        EXPECT_EQ(replaceCharacter(text.data(), from, to), count) << before;
-        EXPECT_EQ(text, result) << "nothing changes after a NUL";
+    for (Case const& c : casesOf("ReplaceCharacter")) {
+        std::string text = c[0];
+        EXPECT_EQ(replaceCharacter(text.data(), c[1][0], c[2][0]), c.count(3)) << c.place;
+        EXPECT_EQ(text, c[4]) << "nothing changes after a NUL";
     }
 }

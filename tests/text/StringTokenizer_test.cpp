@@ -1,26 +1,20 @@
 // StringTokenizer: the tokens and the rest after each of them.
 #include <MRCommon/text/StringTokenizer.h>
 
+#include "support/Cases.h"
+
 #include <gtest/gtest.h>
 
-#include <random>
-#include <tuple>
 #include <utility>
 
 using StringTools::StringTokenizer;
 
 TEST(StringTokenizer, StoresItsTextWithoutEmptyTokens) {
-    // clang-format off
-    std::tuple<std::string, std::string, std::string, unsigned int> const cases[] = {
-        {"a,,b,c", ",", "a,b,c", 3}, {",,a,,,b,,", ",", "a,b", 2}, {",", ",", "", 0}, {",,,,", ",", "", 0},
-        {"a::b::::c", "::", "a::b::c", 3}, {"a:b:::c", "::", "a:b:::c", 2}, {"aaa", "aa", "a", 1},
-        {"xaaa", "aa", "xa", 1}, {"abc", ",", "abc", 1}, {"", ",", "", 0}, {"a,b", "", "", 0}};
-    // clang-format on
-    for (auto const& [text, delimiter, stored, tokens] : cases) {
-        StringTokenizer t(text, delimiter);
-        EXPECT_EQ(t.remainingString(), stored) << text;
-        EXPECT_EQ(t.countTokens(), tokens) << text;
-        EXPECT_EQ(t.hasMoreTokens(), tokens > 0) << text;
+    for (Case const& c : casesOf("Stores")) {
+        StringTokenizer t(c[0], c[1]);
+        EXPECT_EQ(t.remainingString(), c[2]) << c.place;
+        EXPECT_EQ(t.countTokens(), c.count(3)) << c.place;
+        EXPECT_EQ(t.hasMoreTokens(), c.count(3) > 0) << c.place;
     }
 }
 
@@ -56,16 +50,10 @@ TEST(StringTokenizer, ReadsNumbers) {
 }
 
 TEST(StringTokenizer, CutsAtALimit) {
-    // clang-format off
-    std::tuple<std::string, std::string, std::string> const cases[] = {
-        {"key=value;next", "key", "next"}, {"plain;next", "plain;next", "next"},
-        {"plain;a=b", "plain;a=b", "a=b"}, {"last", "last", ""}, {"last=1=2", "last", ""},
-        {"=v;n", "", "n"}};
-    // clang-format on
-    for (auto const& [text, token, rest] : cases) {
-        StringTokenizer t(text, ";");
-        EXPECT_EQ(t.nextTokenWithLimit("="), token) << text;
-        EXPECT_EQ(t.remainingString(), rest) << text;
+    for (Case const& c : casesOf("CutsAtALimit")) {
+        StringTokenizer t(c[0], ";");
+        EXPECT_EQ(t.nextTokenWithLimit("="), c[1]) << c.place;
+        EXPECT_EQ(t.remainingString(), c[2]) << c.place;
     }
     StringTokenizer t("5=6;7", ";");
     EXPECT_EQ(t.nextIntTokenWithLimit("="), 5);
@@ -103,23 +91,5 @@ TEST(StringTokenizer, IsEmptyAndUsableAfterAMove) {
         expectEmpty(to);
         to = assigned;
         EXPECT_EQ(to.remainingString(), rest);
-    }
-}
-
-TEST(StringTokenizer, AgreesWithCuttingTheFrontOffEachTime) {
-    std::mt19937 random(7);
-    for (int round = 0; round < 300; ++round) {
-        std::string text;
-        for (auto i = random() % 60; i > 0; --i) text += "a;-="[random() % 4];
-        StringTokenizer t(text, ";");
-        std::string left = t.remainingString();
-        while (t.hasMoreTokens()) {
-            std::string const delimiter = random() % 3 == 0 ? "-" : ";";
-            std::size_t const cut = left.find(delimiter);
-            EXPECT_EQ(t.nextToken(delimiter), left.substr(0, cut));
-            left = cut == std::string::npos ? "" : left.substr(cut + 1);
-            ASSERT_EQ(t.remainingString(), left);
-        }
-        ASSERT_EQ(left, "");
     }
 }
