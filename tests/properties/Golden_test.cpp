@@ -100,36 +100,3 @@ TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
         EXPECT_EQ(count.made(), 0) << golden.fileName;
     }
 }
-
-TEST(Golden, RecordsThatEndAnywhereAreHarmlessAndNoticed) {
-    for (GoldenRecord const& golden : goldenRecords(false)) {
-        WorkSpaceVersion const version(golden.workSpaceVersion());
-        for (std::size_t length = 0; length < golden.record.size(); ++length) {
-            Made ppty(golden);
-            TempFile file(Bytes(golden.record.begin(), golden.record.begin() + static_cast<long>(length)));
-            EXPECT_FALSE(read(*ppty, file, golden.isRaw())) << golden.fileName << " cut to " << length;
-            if (!golden.has("Vector3")) static_cast<void>(ppty->toStr()); // a default vector is uninitialised
-        }
-    }
-}
-
-TEST(Golden, EveryFailingAllocationPassesOnAndLeaksNothing) {
-    AllocationCounter count;
-    for (GoldenRecord const& golden : goldenRecords(false)) {
-        WorkSpaceVersion const version(golden.workSpaceVersion());
-        TempFile file(golden.record);
-        Made source(golden);
-        read(*source, file, golden.isRaw());
-        QN_String const name("another name");
-        long const failures = failEveryAllocation([&] {
-            Made ppty(golden);
-            std::unique_ptr<Ppty> const copy(source->clone()), renamed(source->cloneWithNewName(name));
-            ppty->setValue(source->getVariantValue());
-            file.rewind();
-            read(*ppty, file, golden.isRaw());
-            if (!golden.has("Vector3")) static_cast<void>(ppty->toStr()); // a default vector is uninitialised
-        });
-        EXPECT_GT(failures, 5) << golden.fileName;
-    }
-    EXPECT_EQ(count.alive(), 0);
-}

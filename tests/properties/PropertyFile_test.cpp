@@ -3,7 +3,6 @@
 #include <MRCommon/properties/PropertyFile.h>
 
 #include "examples/WorkSpaceVersion.h"
-#include "support/Allocations.h"
 #include "support/GoldenRecords.h"
 #include "support/SystemFaults.h"
 #include "support/TempDir.h"
@@ -19,7 +18,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <random>
 
 using namespace quarn;
 
@@ -275,50 +273,6 @@ TEST_F(PropertyFile, NoticesEveryCutAndEveryChangedByte) {
     EXPECT_EQ(list.size(), 0u);
 }
 
-// The checksum is made right, as whoever wants to do harm would do.
-TEST_F(PropertyFile, SavesAgainWhatItAcceptsOfFilesDamagedAtRandom) {
-    std::mt19937 random(11);
-    auto const below = [&](std::size_t limit) { return random() % limit; };
-    int accepted = 0, refused = 0;
-    for (GoldenRecord const& golden : goldenRecords()) {
-        std::string const kind = golden.className();
-        if (kind == "ItemVariant" || !golden.isRaw() || golden.isOldLayout()) continue;
-        unsigned char const schema = kind == "PptyEnum" ? 2 : 1;
-        for (int i = 0; i < 1000; ++i) {
-            Bytes damaged = fileOf(kind, golden.record, schema);
-            // From the record on, or anywhere after the signature.
-            std::size_t const first = below(2) ? 8 : 16 + 4 + kind.size() + 1 + 12;
-            for (std::size_t n = 1 + below(3); n != 0; --n)
-                damaged[first + below(damaged.size() - first)] =
-                    static_cast<unsigned char>(below(2) ? below(8) : below(256));
-            if (below(8) == 0) damaged.resize(8 + below(damaged.size() - 8));
-            sign(damaged);
-            put(path, damaged);
-            FileStatus status;
-            {
-                AllocationLimit const limit(8 * damaged.size() + 1024);
-                status = loadProperties(path, list);
-            }
-            ++(status.ok() ? accepted : refused);
-            if (!status.ok()) continue;
-            ASSERT_TRUE(saveProperties(path, list).ok());
-            // What is true, which layout it is and an older schema are written as this library does.
-            bool const isNormalised =
-                kind == "PptyBool" || kind == "PptyEnum" || damaged[16 + 4 + kind.size() + 1] == 0;
-            if (isNormalised) {
-                Bytes const saved = contentOf(path);
-                ASSERT_TRUE(loadProperties(path, list).ok());
-                ASSERT_TRUE(saveProperties(path, list).ok());
-                ASSERT_EQ(contentOf(path), saved) << golden.fileName;
-            } else {
-                ASSERT_EQ(contentOf(path), damaged) << golden.fileName;
-            }
-        }
-    }
-    EXPECT_GT(accepted, 1000);
-    EXPECT_GT(refused, 1000);
-}
-
 // ---------------------------------------------------------------------------
 // Saving
 
@@ -443,21 +397,6 @@ TEST_F(PropertyFile, IsNotSavedWithARecordThatCouldNotBeReadAgain) {
     EXPECT_NE(status.message.find("entry 2 (PptyString): "), std::string::npos) << status.message;
     EXPECT_EQ(contentOf(path), old);
     EXPECT_EQ(filesBeside(path), 1u);
-}
-
-TEST_F(PropertyFile, LeavesNothingBehindWhenMemoryEnds) {
-    saveSmall();
-    PropertyList const all = everyClass();
-    std::string const other = folder.path("other.props");
-    AllocationCounter alive;
-    EXPECT_GT(failEveryAllocation([&] { EXPECT_TRUE(saveProperties(other, all).ok()); }), 3);
-    EXPECT_EQ(filesBeside(path), 2u);
-    EXPECT_GT(failEveryAllocation([&] {
-                  PropertyList loaded;
-                  EXPECT_TRUE(loadProperties(other, loaded).ok());
-              }),
-              50);
-    EXPECT_EQ(alive.alive(), 0);
 }
 
 TEST(PropertyList, IgnoresWhatIsNotThereAndMovesItsProperties) {
