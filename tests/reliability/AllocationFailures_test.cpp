@@ -16,8 +16,6 @@ QN_String const longText("a text that is too long for any buffer inside an objec
 string const longString(longText.c_str());
 Strings const threeTexts{"a", longText, "c"};
 
-auto const none = [] { return 0; };
-
 template <class Value> auto copyOf(Value const& value) {
     return [value] { return value; };
 }
@@ -27,79 +25,60 @@ template <class Value> auto copyOf(Value const& value) {
 TEST(AllocationFailures, OfContainers) {
     Array<int> const numbers{1, 2, 3};
     auto const pair = [] { return std::make_tuple(Strings{"old", "older", "oldest"}, Strings(threeTexts)); };
-    failInTurn("Array of a list", Promise::Unchanged, none, [](int) { return Array<int>{1, 2}; });
-    failInTurn("Array of texts", Promise::Unchanged, none, [](int) { return Strings{"a", "b"}; });
-    failInTurn("copy of numbers", Promise::Unchanged, copyOf(numbers), [](auto& a) { return Array<int>(a); });
-    failInTurn("copy of texts", Promise::Unchanged, copyOf(threeTexts), [](auto& a) { return Strings(a); });
-    failInTurn("assign numbers", Promise::Unchanged, copyOf(numbers), [](auto& a) {
-        a = Array<int>{9};
-        return 0;
-    });
-    failInTurn("assign texts", Promise::Usable, pair, [](auto& a) {
-        std::get<0>(a) = std::get<1>(a);
-        return 0;
-    });
-    failInTurn("assign a shorter list", Promise::Usable, pair, [](auto& a) {
-        std::get<0>(a).assign(Strings{"only one, but too long for a buffer"});
-        return 0;
-    });
-    failInTurn("reserve", Promise::Unchanged, copyOf(threeTexts), [](Strings& a) {
+    unchanged("Array of a list", [] { return Array<int>{1, 2}; });
+    unchanged("Array of texts", [] { return Strings{"a", "b"}; });
+    unchanged("copy of numbers", copyOf(numbers), [](auto& a) { return Array<int>(a); });
+    unchanged("copy of texts", copyOf(threeTexts), [](auto& a) { return Strings(a); });
+    unchanged("assign numbers", copyOf(numbers), [](auto& a) { a = Array<int>{9}; });
+    usable("assign texts", pair, [](auto& a) { std::get<0>(a) = std::get<1>(a); });
+    usable("assign a shorter list", pair,
+           [](auto& a) { std::get<0>(a).assign(Strings{"only one, but too long for a buffer"}); });
+    unchanged("reserve", copyOf(threeTexts), [](Strings& a) {
         a.reserve(100, true);
         return a.capacity();
     });
-    failInTurn("push_back a number", Promise::Unchanged, copyOf(numbers), [](Array<int>& a) {
+    unchanged("push_back a number", copyOf(numbers), [](Array<int>& a) {
         a.push_back(a[0]);
         return a.capacity();
     });
-    failInTurn("push_back a text", Promise::Unchanged, copyOf(threeTexts), [](Strings& a) {
-        a.push_back(longText);
-        return 0;
-    });
-    failInTurn("push_back an element of its own", Promise::Unchanged, copyOf(threeTexts), [](Strings& a) {
-        a.push_back(a[1]);
-        return 0;
-    });
-    failInTurn("slotForAppend", Promise::Unchanged, copyOf(numbers), [](Array<int>& a) {
+    unchanged("push_back a text", copyOf(threeTexts), [](Strings& a) { a.push_back(longText); });
+    unchanged("push_back an element of its own", copyOf(threeTexts), [](Strings& a) { a.push_back(a[1]); });
+    unchanged("slotForAppend", copyOf(numbers), [](Array<int>& a) {
         a.slotForAppend() = 7;
         return a.capacity();
     });
 }
 
 TEST(AllocationFailures, OfStrings) {
-    failInTurn("QN_String", Promise::Unchanged, none, [](int) { return QN_String(); });
-    failInTurn("QN_String of a text", Promise::Unchanged, none, [](int) { return QN_String("abc"); });
-    failInTurn("copy", Promise::Unchanged, copyOf(longText), [](QN_String& s) { return QN_String(s); });
-    failInTurn(
-        "assign", Promise::Unchanged, [] { return QN_String("old"); },
-        [](QN_String& s) {
-            s = longText;
-            return 0;
-        });
+    unchanged("QN_String", [] { return QN_String(); });
+    unchanged("QN_String of a text", [] { return QN_String("abc"); });
+    unchanged("copy", copyOf(longText), [](QN_String& s) { return QN_String(s); });
+    unchanged(
+        "assign", [] { return QN_String("old"); }, [](QN_String& s) { s = longText; });
     for (char const* const text : {"%d of %d, and some room", "%2000d %d"}) {
-        failInTurn(
-            string("format ") + text, Promise::Unchanged, [] { return QN_String("old"); },
+        unchanged(
+            string("format ") + text, [] { return QN_String("old"); },
             [text](QN_String& s) { return s.format(text, 1, 2).size(); });
-        failInTurn(string("StringTools::format ") + text, Promise::Unchanged, none,
-                   [text](int) { return StringTools::format(text, 1, 9000); });
+        unchanged(string("StringTools::format ") + text,
+                  [text] { return StringTools::format(text, 1, 9000); });
     }
-    failInTurn("StringTools::format of 9000", Promise::Unchanged, none,
-               [](int) { return StringTools::format("%9000d", 1); });
-    failInTurn(
-        "format with its own text", Promise::Unchanged, [] { return QN_String("old"); },
+    unchanged("StringTools::format of 9000", [] { return StringTools::format("%9000d", 1); });
+    unchanged(
+        "format with its own text", [] { return QN_String("old"); },
         [](QN_String& s) { return s.format("%s, %1500s", s.c_str(), s.c_str()).size(); });
 }
 
 TEST(AllocationFailures, OfTokenize) {
     QN_String const text("one,two, a third one that is longer,,five,six,seven");
-    failInTurn(
-        "tokenize", Promise::Usable,
+    usable(
+        "tokenize",
         [&] {
             return std::make_tuple(QN_String(text), Strings{"old", "older"});
         },
         [](auto& a) { return std::get<0>(a).tokenize(',', std::get<1>(a)); });
     for (unsigned int at : {0u, 2u})
-        failInTurn(
-            "tokenize into the list that holds the string", Promise::Unchanged,
+        unchanged(
+            "tokenize into the list that holds the string",
             [&] {
                 Strings list{"a", "b", "c"};
                 list[at] = text;
@@ -116,12 +95,12 @@ TEST(AllocationFailures, OfStreams) {
     auto const into = [](Bytes const& record) {
         return [&record] { return std::make_tuple(Reading(record), Strings{"old"}); };
     };
-    failInTurn("raw list", Promise::Usable, into(raw), [&](auto& a) {
+    usable("raw list", into(raw), [&](auto& a) {
         FileStreamRaw stream(std::get<0>(a).fromStart());
         stream >> std::get<1>(a);
         return stream.failed();
     });
-    failInTurn("endian list", Promise::Usable, into(endian), [&](auto& a) {
+    usable("endian list", into(endian), [&](auto& a) {
         FileStreamEndian stream(std::get<0>(a).fromStart());
         stream >> std::get<1>(a);
         return stream.failed();
@@ -132,7 +111,7 @@ TEST(AllocationFailures, OfStringTools) {
     using namespace StringTools;
     string const text = longString + ", \"quoted, and escaped\\\" once\"";
     auto const tool = [&](char const* name, auto const& run) {
-        failInTurn(name, Promise::Unchanged, copyOf(text), [&](string& s) { return run(s); });
+        unchanged(name, copyOf(text), [&](string& s) { return run(s); });
     };
     tool("replace_all", [](string const& s) { return replace_all(s, "o", "a longer text than before"); });
     tool("replace_all of nothing", [](string const& s) { return replace_all(s, "#", ""); });
@@ -151,20 +130,13 @@ TEST(AllocationFailures, OfTokenizers) {
     string const text =
         "first of the long tokens=value;second of the long tokens=value;;12345678901234567890;last";
     StringTokenizer const tokenizer(text, ";");
-    failInTurn("StringTokenizer", Promise::Unchanged, copyOf(text),
-               [](string& s) { return StringTokenizer(s, ";"); });
-    failInTurn("StringTokenizer with a long delimiter", Promise::Unchanged, copyOf(text),
-               [](string& s) { return StringTokenizer(s, "of the long tokens=value;"); });
-    failInTurn(
-        "assign", Promise::Usable,
-        [&] { return std::make_pair(StringTokenizer("a;b", ";"), StringTokenizer(text, ";")); },
-        [](auto& pair) {
-            pair.first = pair.second;
-            return 0;
-        });
-    auto const take = [&](char const* name, auto const& run) {
-        failInTurn(name, Promise::Unchanged, copyOf(tokenizer), run);
-    };
+    unchanged("StringTokenizer", copyOf(text), [](string& s) { return StringTokenizer(s, ";"); });
+    unchanged("StringTokenizer with a long delimiter", copyOf(text),
+              [](string& s) { return StringTokenizer(s, "of the long tokens=value;"); });
+    usable(
+        "assign", [&] { return std::make_pair(StringTokenizer("a;b", ";"), StringTokenizer(text, ";")); },
+        [](auto& pair) { pair.first = pair.second; });
+    auto const take = [&](char const* name, auto const& run) { unchanged(name, copyOf(tokenizer), run); };
     take("copy", [](StringTokenizer& t) { return StringTokenizer(t); });
     take("remainingString", [](StringTokenizer& t) { return t.remainingString(); });
     take("nextToken", [](StringTokenizer& t) { return t.nextToken(); });
@@ -219,12 +191,9 @@ string describe(std::shared_ptr<KeptSettings> const&) { return KeptSettings::des
 TEST(AllocationFailures, OfTheStitcher) {
     FileNameStitcher& stitcher = FileNameStitcher::instance();
     auto const settings = [] { return std::make_shared<KeptSettings>(); };
-    failInTurn("setSceneName", Promise::Unchanged, settings, [&](auto&) {
-        stitcher.setSceneName(longString + ".scn");
-        return 0;
-    });
-    failInTurn(
-        "doIt", Promise::Unchanged,
+    unchanged("setSceneName", settings, [&](auto&) { stitcher.setSceneName(longString + ".scn"); });
+    unchanged(
+        "doIt",
         [&] {
             auto kept = settings();
             stitcher.prefix = "/cache/of/the/department/$(SCENENAME)/";
@@ -237,7 +206,7 @@ TEST(AllocationFailures, OfTheStitcher) {
     for (unsigned char const byte : hex("00000007 00000001")) record.push_back(byte);
     Reading const file(record);
     for (bool const checked : {false, true})
-        failInTurn(checked ? "loadChecked" : "load", Promise::Unchanged, settings, [&](auto&) {
+        unchanged(checked ? "loadChecked" : "load", settings, [&](auto&) {
             SetCurrentStream(file.fromStart());
             return checked ? stitcher.loadChecked() : (stitcher.load(), true);
         });
@@ -249,9 +218,8 @@ TEST(AllocationFailures, OfFrameNames) {
     for (char const* const frame : {"fluid_00011.bin", "fluid_00012.bin"}) folder.touch(frame);
     string const path = folder.path("fluid_00012.bin");
     using Range = std::tuple<QN_String, QN_String, unsigned int, unsigned int, unsigned int>;
-    failInTurn(
-        "frameExtensionFromPath", Promise::Unchanged,
-        [&] { return Range("old name", "old ext", 1u, 2u, 3u); },
+    unchanged(
+        "frameExtensionFromPath", [&] { return Range("old name", "old ext", 1u, 2u, 3u); },
         [&](Range& r) {
             FrameExtensionOrder order;
             return FileNameStitcher::frameExtensionFromPath(path.c_str(), std::get<0>(r), std::get<1>(r),
@@ -259,9 +227,8 @@ TEST(AllocationFailures, OfFrameNames) {
                                                             order);
         });
     for (bool const asName : {true, false})
-        failInTurn(
-            "frameExtensionFromPath into the path", Promise::Unchanged,
-            [&] { return Range(path.c_str(), "", 1u, 2u, 3u); },
+        unchanged(
+            "frameExtensionFromPath into the path", [&] { return Range(path.c_str(), "", 1u, 2u, 3u); },
             [&](Range& r) {
                 FrameExtensionOrder order;
                 QN_String other;
@@ -270,15 +237,14 @@ TEST(AllocationFailures, OfFrameNames) {
                                                                 asName ? other : taken, std::get<2>(r),
                                                                 std::get<3>(r), std::get<4>(r), order);
             });
-    failInTurn("frameExtensionFromPath without name", Promise::Unchanged, copyOf(QN_String(path.c_str())),
-               [](QN_String& taken) {
-                   unsigned int first = 0, last = 0, padding = 0;
-                   FrameExtensionOrder order;
-                   FileNameStitcher::frameExtensionFromPath(taken, first, last, padding, order);
-                   return first + last + padding;
-               });
+    unchanged("frameExtensionFromPath without name", copyOf(QN_String(path.c_str())), [](QN_String& taken) {
+        unsigned int first = 0, last = 0, padding = 0;
+        FrameExtensionOrder order;
+        FileNameStitcher::frameExtensionFromPath(taken, first, last, padding, order);
+        return first + last + padding;
+    });
     QN_String const manyDigits("fluid.bin.000000000000000000000000012");
-    failInTurn("frameExtensionFromPath, order only", Promise::Unchanged, none, [&](int) {
+    unchanged("frameExtensionFromPath, order only", [&] {
         FrameExtensionOrder order;
         FileNameStitcher::frameExtensionFromPath(QN_String(manyDigits), order);
         return order;
@@ -292,35 +258,31 @@ TEST(AllocationFailures, OfFrameSequences) {
     FrameScanOptions options;
     options.negativeFrames = options.versionsAreNames = true;
     options.compoundExtensions = {"tar.gz"};
-    failInTurn("groupFrames", Promise::Unchanged, copyOf(names),
-               [&](auto& n) { return groupFrames(n, options); });
+    unchanged("groupFrames", copyOf(names), [&](auto& n) { return groupFrames(n, options); });
     TempDir const folder;
     for (string const& name : names) folder.touch(name);
-    failInTurn("scanFrames", Promise::Unchanged, none,
-               [&](int) { return scanFrames(folder.path(""), options); });
+    unchanged("scanFrames", [&] { return scanFrames(folder.path(""), options); });
     FrameScan const scan = groupFrames(names);
     FrameSequence const fluid = scan.sequences.front();
-    failInTurn("FrameSequence", Promise::Unchanged, copyOf(fluid), [](auto& s) { return FrameSequence(s); });
-    failInTurn("missing", Promise::Unchanged, copyOf(groupFrames({"a.1.x", "a.5.x"}).sequences.front()),
-               [](auto& s) { return s.missing(); });
-    failInTurn("fileName", Promise::Unchanged, copyOf(groupFrames({"a long name.0001.x"}).sequences.front()),
-               [](auto& s) { return s.fileName(-7); });
+    unchanged("FrameSequence", copyOf(fluid), [](auto& s) { return FrameSequence(s); });
+    unchanged("missing", copyOf(groupFrames({"a.1.x", "a.5.x"}).sequences.front()),
+              [](auto& s) { return s.missing(); });
+    unchanged("fileName", copyOf(groupFrames({"a long name.0001.x"}).sequences.front()),
+              [](auto& s) { return s.fileName(-7); });
 }
 
 TEST(AllocationFailures, OfIdentifiersAndPaths) {
     ByteId const id("00112233-4455-6677-8899-AABBCCDDEEFF");
-    failInTurn("ByteId", Promise::Unchanged, none, [](int) { return ByteId("0011"); });
-    failInTurn("toString", Promise::Unchanged, copyOf(id), [](ByteId& i) { return i.toString(); });
-    failInTurn("toUuidString", Promise::Unchanged, copyOf(id), [](ByteId& i) { return i.toUuidString(); });
-    failInTurn(
-        "arrToHexStr", Promise::Unchanged, [] { return QN_String("old"); },
+    unchanged("ByteId", [] { return ByteId("0011"); });
+    unchanged("toString", copyOf(id), [](ByteId& i) { return i.toString(); });
+    unchanged("toUuidString", copyOf(id), [](ByteId& i) { return i.toUuidString(); });
+    unchanged(
+        "arrToHexStr", [] { return QN_String("old"); },
         [&](QN_String& out) { return id.arrToHexStr(out, id.getTuple()); });
     TempDir const folder;
     string const path = folder.path("a/b/c");
-    failInTurn("makeSurePathExists", Promise::Unchanged, none,
-               [&](int) { return makeSurePathExists(path.c_str()); });
-    failInTurn("LibLoader::load", Promise::Unchanged, none,
-               [](int) { return LibLoader::load("/none/libNone.so") == nullptr; });
+    unchanged("makeSurePathExists", [&] { return makeSurePathExists(path.c_str()); });
+    unchanged("LibLoader::load", [] { return LibLoader::load("/none/libNone.so") == nullptr; });
 }
 
 namespace {

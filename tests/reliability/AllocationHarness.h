@@ -1,6 +1,5 @@
 // AllocationHarness: runs an operation with its first, second, ... allocation failing, until it passes.
-//     failInTurn("push_back", Promise::Unchanged, [] { return Array<int>{1}; },
-//                [](Array<int>& list) { list.push_back(2); return list.size(); });
+//     unchanged("push_back", [] { return Array<int>{1}; }, [](Array<int>& list) { list.push_back(2); });
 // Each allocation fails once by itself and once with every later one. After each failure the arguments are as promised,
 // a retry on the same arguments gives what an undisturbed run gives, and nothing has leaked.
 #ifndef MRCOMMON_TESTS_RELIABILITY_ALLOCATIONHARNESS_H
@@ -46,17 +45,27 @@ private:
 };
 inline std::string describe(Reading const&) { return {}; }
 
-/// Runs `run` on what `make` returns, as described above. Its result is described too, so it returns something.
+/// What an operation returns, or 0.
+template <class Run, class Arguments> auto resultOf(Run const& run, Arguments& arguments) {
+    if constexpr (std::is_void_v<decltype(run(arguments))>) {
+        run(arguments);
+        return 0;
+    } else {
+        return run(arguments);
+    }
+}
+
+/// Runs `run` on what `make` returns, as described above. Its result is compared too.
 template <class Make, class Run>
 void failInTurn(std::string const& name, Promise promise, Make const& make, Run const& run) {
     SCOPED_TRACE(name);
     using Arguments = decltype(make());
-    using Result = std::decay_t<decltype(run(std::declval<Arguments&>()))>;
+    using Result = std::decay_t<decltype(resultOf(run, std::declval<Arguments&>()))>;
     std::string before, expected;
     {
         Arguments arguments = make();
         before = describe(arguments);
-        Result const result = run(arguments);
+        Result const result = resultOf(run, arguments);
         expected = describe(result) + " | " + describe(arguments);
     }
     ++tried.operations;
@@ -70,7 +79,7 @@ void failInTurn(std::string const& name, Promise promise, Make const& make, Run 
                 {
                     FailingAllocation const failing(nth, later);
                     try {
-                        result = run(arguments);
+                        result = resultOf(run, arguments);
                     } catch (std::bad_alloc const&) {
                     }
                     struck = failing.struck();
@@ -79,7 +88,7 @@ void failInTurn(std::string const& name, Promise promise, Make const& make, Run 
                     if (promise == Promise::Unchanged) {
                         EXPECT_EQ(describe(arguments), before) << nth;
                     }
-                    result = run(arguments);
+                    result = resultOf(run, arguments);
                 }
                 EXPECT_EQ(describe(*result) + " | " + describe(arguments), expected) << nth;
             }
@@ -93,5 +102,19 @@ void failInTurn(std::string const& name, Promise promise, Make const& make, Run 
         }
     }
 }
+
+///@{
+/// An operation that leaves its arguments unchanged if memory runs out; without arguments; one that may change them.
+template <class Make, class Run> void unchanged(std::string const& name, Make const& make, Run const& run) {
+    failInTurn(name, Promise::Unchanged, make, run);
+}
+template <class Run> void unchanged(std::string const& name, Run const& run) {
+    failInTurn(
+        name, Promise::Unchanged, [] { return 0; }, [&run](int) { return run(); });
+}
+template <class Make, class Run> void usable(std::string const& name, Make const& make, Run const& run) {
+    failInTurn(name, Promise::Usable, make, run);
+}
+///@}
 
 #endif

@@ -21,8 +21,6 @@ namespace {
 QN_String const longText("a text that is too long for any buffer inside an object");
 Strings const threeTexts{"a", longText, "c"};
 
-auto const none = [] { return 0; };
-
 /// Each kind of value that a variant holds, with the name of its kind.
 template <class Visit> void visitValues(Visit const& visit) {
     visit("int", 7);
@@ -68,15 +66,15 @@ template <class Kind, class Value, class... Bounds>
 void failConstructors(char const* kind, Value const& value, Bounds const&... bounds) {
     string const name = kind;
     auto const property = [&](auto const&... arguments) {
-        failInTurn(name + ", " + std::to_string(sizeof...(arguments)) + " arguments", Promise::Unchanged,
-                   none, [&](int) { return std::make_unique<Kind>(arguments...)->getName(); });
+        unchanged(name + ", " + std::to_string(sizeof...(arguments)) + " arguments",
+                  [&] { return std::make_unique<Kind>(arguments...)->getName(); });
     };
     property();
     property(longText);
     property(longText, value);
     if constexpr (sizeof...(bounds) != 0) property(longText, value, bounds...);
-    failInTurn(
-        name + ", copy", Promise::Unchanged, [&] { return std::make_unique<Kind>(longText, value); },
+    unchanged(
+        name + ", copy", [&] { return std::make_unique<Kind>(longText, value); },
         [](auto& original) { return PptyPtr(new Kind(*original)); });
 }
 
@@ -85,22 +83,14 @@ void failConstructors(char const* kind, Value const& value, Bounds const&... bou
 TEST(AllocationFailures, OfVariants) {
     visitValues([](string const& kind, auto const& value) {
         auto const make = [&] { return ItemVariant(value); };
-        failInTurn("ItemVariant of " + kind, Promise::Unchanged, none,
-                   [&](int) { return ItemVariant(value); });
-        failInTurn("copy of " + kind, Promise::Unchanged, make,
-                   [](ItemVariant& v) { return ItemVariant(v); });
-        failInTurn(
-            "assign " + kind, Promise::Unchanged,
-            [&] { return std::make_pair(ItemVariant("old"), ItemVariant(value)); },
-            [](auto& pair) {
-                pair.first = pair.second;
-                return 0;
-            });
+        unchanged("ItemVariant of " + kind, [&] { return ItemVariant(value); });
+        unchanged("copy of " + kind, make, [](ItemVariant& v) { return ItemVariant(v); });
+        unchanged(
+            "assign " + kind, [&] { return std::make_pair(ItemVariant("old"), ItemVariant(value)); },
+            [](auto& pair) { pair.first = pair.second; });
     });
-    failInTurn("makeDefault", Promise::Unchanged, none,
-               [](int) { return ItemVariant::makeDefault<Strings>(); });
-    failInTurn("ItemVariant of a C string", Promise::Unchanged, none,
-               [](int) { return ItemVariant("a C string"); });
+    unchanged("makeDefault", [] { return ItemVariant::makeDefault<Strings>(); });
+    unchanged("ItemVariant of a C string", [] { return ItemVariant("a C string"); });
 }
 
 TEST(AllocationFailures, OfReading) {
@@ -109,8 +99,8 @@ TEST(AllocationFailures, OfReading) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         if (golden.className() == "ItemVariant") {
             if (golden.record[0] == 0 || golden.record[0] > 12) continue; // no value
-            failInTurn(
-                "read " + golden.fileName, Promise::Usable,
+            usable(
+                "read " + golden.fileName,
                 [&] { return std::make_pair(Reading(golden.record), ItemVariant()); },
                 [](auto& pair) {
                     FileStreamRaw stream(pair.first.fromStart());
@@ -120,13 +110,10 @@ TEST(AllocationFailures, OfReading) {
                 });
             continue;
         }
-        failInTurn(
-            "read " + golden.fileName, Promise::Usable,
+        usable(
+            "read " + golden.fileName,
             [&] { return std::make_pair(Reading(golden.record), made(golden.className())); },
-            [&](auto& pair) {
-                readFrom(*pair.second, pair.first, golden.isRaw());
-                return 0;
-            });
+            [&](auto& pair) { readFrom(*pair.second, pair.first, golden.isRaw()); });
     }
 }
 
@@ -136,9 +123,9 @@ TEST(AllocationFailures, OfProperties) {
         if (golden.fileName != kind + ".raw") continue;
         auto const sample = [&] { return readFrom(golden); };
         auto const property = [&](char const* name, auto const& run) {
-            failInTurn(kind + "::" + name, Promise::Unchanged, sample, run);
+            unchanged(kind + "::" + name, sample, run);
         };
-        failInTurn(kind + "::metaNew", Promise::Unchanged, none, [&](int) { return made(kind)->getName(); });
+        unchanged(kind + "::metaNew", [&] { return made(kind)->getName(); });
         property("clone", [](PptyPtr& p) { return PptyPtr(p->clone()); });
         property("cloneWithNewName", [](PptyPtr& p) { return PptyPtr(p->cloneWithNewName(longText)); });
         property("toStr", [](PptyPtr& p) { return p->toStr(); });
@@ -173,12 +160,11 @@ TEST(AllocationFailures, OfEachKind) {
 
 TEST(AllocationFailures, OfSettingValues) {
     auto const text = [] { return PptyString("name", "old"); };
-    failInTurn("PptyString::setValue", Promise::Unchanged, text,
-               [](PptyString& p) { return p.setValue(longText); });
-    failInTurn("PptyString::setValue of a variant", Promise::Unchanged, text,
-               [](PptyString& p) { return p.setValue(ItemVariant(longText)); });
-    failInTurn(
-        "PptyArrayString::setValue", Promise::Usable, [] { return PptyArrayString("name", Strings{"old"}); },
+    unchanged("PptyString::setValue", text, [](PptyString& p) { return p.setValue(longText); });
+    unchanged("PptyString::setValue of a variant", text,
+              [](PptyString& p) { return p.setValue(ItemVariant(longText)); });
+    usable(
+        "PptyArrayString::setValue", [] { return PptyArrayString("name", Strings{"old"}); },
         [](PptyArrayString& p) { return p.setValue(threeTexts); });
     auto const choices = [] {
         PptyEnum p("mode", Choice("Low", 10));
@@ -186,25 +172,16 @@ TEST(AllocationFailures, OfSettingValues) {
         p.itemValues = {10, 20};
         return p;
     };
-    failInTurn("PptyEnum::setValue of a label", Promise::Unchanged, choices,
-               [](PptyEnum& p) { return p.setValue(ItemVariant(longText)); });
-    failInTurn("PptyEnum::setValue of a number", Promise::Unchanged, choices,
-               [](PptyEnum& p) { return p.setValue(ItemVariant(20)); });
-    failInTurn("PptyEnum::setValue of a pair", Promise::Unchanged, choices,
-               [](PptyEnum& p) { return p.setValue(Choice(longText, 30)); });
+    unchanged("PptyEnum::setValue of a label", choices,
+              [](PptyEnum& p) { return p.setValue(ItemVariant(longText)); });
+    unchanged("PptyEnum::setValue of a number", choices,
+              [](PptyEnum& p) { return p.setValue(ItemVariant(20)); });
+    unchanged("PptyEnum::setValue of a pair", choices,
+              [](PptyEnum& p) { return p.setValue(Choice(longText, 30)); });
     auto const old = [] { return QN_String("old"); };
-    failInTurn("QN_set of a bool", Promise::Unchanged, old, [](QN_String& out) {
-        qn_basicppty::QN_set(out, false);
-        return 0;
-    });
-    failInTurn("QN_set of a list", Promise::Unchanged, old, [](QN_String& out) {
-        qn_basicppty::QN_set(out, threeTexts);
-        return 0;
-    });
-    failInTurn("QN_set of a choice", Promise::Unchanged, old, [&](QN_String& out) {
-        qn_basicppty::QN_set(out, choices());
-        return 0;
-    });
+    unchanged("QN_set of a bool", old, [](QN_String& out) { qn_basicppty::QN_set(out, false); });
+    unchanged("QN_set of a list", old, [](QN_String& out) { qn_basicppty::QN_set(out, threeTexts); });
+    unchanged("QN_set of a choice", old, [&](QN_String& out) { qn_basicppty::QN_set(out, choices()); });
 }
 
 TEST(AllocationFailures, OfRecordChecks) {
@@ -213,8 +190,8 @@ TEST(AllocationFailures, OfRecordChecks) {
         WorkSpaceVersion const version(golden.workSpaceVersion());
         PptyPtr const pattern = made(golden.className());
         Bytes const cut(golden.record.begin(), golden.record.end() - 1);
-        failInTurn(
-            "check " + golden.fileName, Promise::Unchanged, [&] { return Reading(cut); },
+        unchanged(
+            "check " + golden.fileName, [&] { return Reading(cut); },
             [&](Reading& file) {
                 FileStreamRaw raw(file.fromStart());
                 FileStreamEndian endian(raw.file());
@@ -223,8 +200,8 @@ TEST(AllocationFailures, OfRecordChecks) {
                 return check.message();
             });
     }
-    failInTurn(
-        "check a variant", Promise::Unchanged, [] { return Reading(hex("06000000 7F000000")); },
+    unchanged(
+        "check a variant", [] { return Reading(hex("06000000 7F000000")); },
         [](Reading& file) {
             FileStreamRaw stream(file.fromStart());
             return checkVariantRecord(stream).message();
@@ -241,18 +218,17 @@ TEST(AllocationFailures, OfPropertyFiles) {
     };
     string const path = folder.path("all.props"), other = folder.path("other.props");
     ASSERT_TRUE(saveProperties(path, sample()).ok());
-    failInTurn(
-        "add", Promise::Unchanged, [] { return PropertyList(); },
+    unchanged(
+        "add", [] { return PropertyList(); },
         [](PropertyList& list) {
             list.add(std::make_unique<PptyInt>("added", 1));
             return list.size();
         });
-    failInTurn("saveProperties", Promise::Unchanged, sample,
-               [&](PropertyList& list) { return saveProperties(other, list); });
-    failInTurn("saveProperties in a missing folder", Promise::Unchanged, sample,
-               [&](PropertyList& list) { return saveProperties(folder.path("none/a.props"), list); });
-    failInTurn(
-        "loadProperties", Promise::Unchanged,
+    unchanged("saveProperties", sample, [&](PropertyList& list) { return saveProperties(other, list); });
+    unchanged("saveProperties in a missing folder", sample,
+              [&](PropertyList& list) { return saveProperties(folder.path("none/a.props"), list); });
+    unchanged(
+        "loadProperties",
         [] {
             PropertyList list;
             list.add(std::make_unique<PptyInt>("old", 1));
@@ -264,16 +240,15 @@ TEST(AllocationFailures, OfPropertyFiles) {
 }
 
 TEST(AllocationFailures, OfMetaClasses) {
-    failInTurn("registration", Promise::Unchanged, none, [](int) {
+    unchanged("registration", [] {
         unsigned int const schema = 1;
         return QN_MetaClass<PptyInt>("AllocationFailuresClass", schema).className();
     });
     EXPECT_EQ(QN_MetaClassBase::find("AllocationFailuresClass"), nullptr);
-    failInTurn("find", Promise::Unchanged, none, [](int) { return QN_MetaClassBase::find("PptyFloat"); });
-    failInTurn("registered", Promise::Unchanged, none, [](int) { return QN_MetaClassBase::registered(); });
-    failInTurn("hasAncestor", Promise::Unchanged, none,
-               [](int) { return metaClass_PptyInt.hasAncestor(QN_String("QN_Class")); });
-    failInTurn("QN_System_Enum", Promise::Unchanged, none, [](int) {
+    unchanged("find", [] { return QN_MetaClassBase::find("PptyFloat"); });
+    unchanged("registered", [] { return QN_MetaClassBase::registered(); });
+    unchanged("hasAncestor", [] { return metaClass_PptyInt.hasAncestor(QN_String("QN_Class")); });
+    unchanged("QN_System_Enum", [] {
         QN_System_Enum enums;
         enums.enums["mode"] = nullptr;
         return enums.enums.size();
