@@ -1,11 +1,9 @@
-// Containers: lists of strings and of numbers behave as the standard's do, whatever is called in whatever order; blocks
-// of integers are read as they were written.
+// Containers: lists of strings and of numbers behave as the standard's do, whatever is called in whatever order.
 //     pairs of bytes    a call and its argument
-#include "Memory.h"
+#include "Input.h"
 
 #include <MRCommon/basic/Array.h>
 #include <MRCommon/basic/QN_String.h>
-#include <qn_fileio/qn_fileio.h>
 
 #include <utility>
 #include <vector>
@@ -75,27 +73,10 @@ template <> QN_String Twins<QN_String, std::string>::make(unsigned int argument)
 }
 template <> int Twins<int, int>::make(unsigned int argument) { return static_cast<int>(argument); }
 
-void requireIntegers(std::string_view bytes) {
-    std::vector<unsigned int> numbers(bytes.size() / sizeof(unsigned int) + 1);
-    {
-        MemoryFile const file(bytes);
-        require(ReadUInt(numbers.data(), numbers.size(), file.get()) == numbers.size() - 1,
-                "as many integers as there are");
-    }
-    std::string again((numbers.size() - 1) * sizeof(unsigned int) + 1, '\0');
-    std::FILE* const out = fmemopen(again.data(), again.size(), "wb");
-    require(out != nullptr, "a file can be made of memory");
-    require(WriteUInt(numbers.data(), numbers.size() - 1, out) == numbers.size() - 1, "all are written");
-    std::fclose(out);
-    require(bytes.substr(0, again.size() - 1) == std::string_view(again).substr(0, again.size() - 1),
-            "integers are written as they were read");
-}
-
 } // namespace
 
 int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     Input input(data, size);
-    if (!input.rest().empty()) requireIntegers(input.rest());
     Twins<QN_String, std::string> texts;
     Twins<int, int> numbers;
     while (!input.rest().empty()) {

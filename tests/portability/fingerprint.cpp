@@ -12,13 +12,13 @@
 #include <MRCommon/math/Rounding.h>
 #include <MRCommon/MRCommon.h>
 
+#include "support/Written.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -137,17 +137,6 @@ private:
         }
     }
 };
-
-template <class Stream, class Record> std::string written(Record const& record) {
-    char* bytes = nullptr;
-    std::size_t size = 0;
-    std::FILE* const file = open_memstream(&bytes, &size);
-    Stream stream(file);
-    record.writeTo(stream);
-    std::fclose(file);
-    std::unique_ptr<char, void (*)(void*)> const owned(bytes, &std::free);
-    return {bytes, size};
-}
 
 template <class Property> void addRecord(Hash& hash, Property const& property) {
     hash.add(property.getClassName().view());

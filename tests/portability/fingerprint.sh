@@ -9,7 +9,7 @@ source=$1
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-options=(-std=c++17 -I"$source/src" -ffp-contract=off -pthread) # as the libraries are compiled
+options=(-std=c++17 -I"$source/src" -I"$source/tests" -ffp-contract=off -pthread) # as the libraries are compiled
 # All that the fingerprint calls.
 mapfile -t files < <(find "$source/src" -name '*.cpp' ! -name 'LibLoader.cpp' ! -name 'PropertyFile.cpp' \
     ! -name 'AtomicFile.cpp' ! -name 'RecordCheck.cpp' ! -name 'RecordBytes.cpp')

@@ -7,12 +7,13 @@
 #include <MRCommon/streams/FileStreamRaw.h>
 
 #include "support/TempFile.h"
+#include "support/Written.h"
+
+#include <string>
 
 template <class Stream = quarn::FileStreamRaw, class Object> Bytes recordOf(Object const& object) {
-    TempFile file;
-    Stream stream(file);
-    object.writeTo(stream);
-    return file.bytes();
+    std::string const record = written<Stream>(object);
+    return {record.begin(), record.end()};
 }
 
 template <class Stream = quarn::FileStreamRaw, class Object> bool read(Object& object, Bytes const& record) {

@@ -4,8 +4,8 @@
 
 #include <MRCommon/MRCommon.h>
 
-#include <cstdio>
-#include <cstdlib>
+#include "support/Written.h"
+
 #include <memory>
 #include <string>
 #include <tuple>
@@ -34,21 +34,11 @@ inline std::string describe(StringTools::StringTokenizer const& tokenizer) {
     return tokenizer.remainingString();
 }
 
-/// What writeTo writes.
-template <class Object> std::string recordBytes(Object const& object) {
-    char* bytes = nullptr;
-    std::size_t size = 0;
-    std::FILE* const file = open_memstream(&bytes, &size);
-    quarn::FileStreamRaw stream(file);
-    object.writeTo(stream);
-    std::fclose(file);
-    std::string const record(bytes, size);
-    std::free(bytes);
-    return record;
+inline std::string describe(quarn::ItemVariant const& variant) {
+    return written<quarn::FileStreamRaw>(variant);
 }
-inline std::string describe(quarn::ItemVariant const& variant) { return recordBytes(variant); }
 inline std::string describe(quarn::Ppty const& property) {
-    return recordBytes(property) + property.toStr().c_str();
+    return written<quarn::FileStreamRaw>(property) + property.toStr().c_str();
 }
 inline std::string describe(quarn::FrameRange const& range) {
     return std::to_string(range.first) + "-" + std::to_string(range.last);
