@@ -87,7 +87,7 @@ Q_DECLARE_METATYPE(Double4)
 namespace peers {
 
 constexpr std::size_t kindCount = 10;
-constexpr std::size_t memorySize = 1 << 22; ///< more than any library takes for 10,000 items
+constexpr std::size_t mostBytes = 400; ///< more than any library takes for an item
 
 template <class T> struct Kind { using Type = T; };
 template <class... T> struct Kinds {
@@ -102,7 +102,7 @@ template <class... T> struct Kinds {
 
 inline std::string nameOf(std::size_t i) {
     std::string const digits = std::to_string(i);
-    return "property" + std::string(4 - std::min<std::size_t>(4, digits.size()), '0') + digits;
+    return "item" + std::string(8 - std::min<std::size_t>(8, digits.size()), '0') + digits;
 }
 
 template <class T> constexpr bool isText = false;
@@ -154,7 +154,8 @@ template <class T> std::string shownValue(T const& value) {
 
 /// Bytes in memory that a library saves to and loads from.
 struct Memory {
-    std::vector<char> bytes = std::vector<char>(memorySize);
+    explicit Memory(std::size_t itemCount) : bytes(itemCount * mostBytes) {}
+    std::vector<char> bytes;
 };
 
 /// What the libraries with standard streams write to and read from.
@@ -260,8 +261,8 @@ struct Ours {
     template <class T> static std::string shown(Item const& item) {
         return shownValue(*static_cast<T&>(*item).getRefToValue());
     }
-    template <class T> static std::string className() { return T::metaClass().className().c_str(); }
     using ClassName = quarn::QN_String;
+    template <class T> static ClassName className() { return T::metaClass().className(); }
 
     static void write(Item const& item, quarn::FileStreamRaw& out) { item->writeTo(out); }
     static void read(Item& item, quarn::FileStreamRaw& in) { item->readFrom(in); }
@@ -271,6 +272,50 @@ struct Ours {
     }
     static Item clone(Item const& item) { return Item(item->clone()); }
 };
+
+/// The least that our layout allows: objects as large as ours, with the same allocations, and one virtual call for each
+/// operation. Nothing is looked up, and no kind is compared.
+struct Floor {
+    static constexpr char const* name = "floor";
+    using Types = Kinds<int, long long, float, double, bool, quarn::QN_String, std::array<float, 3>,
+                        std::array<double, 3>, std::array<float, 4>, std::array<double, 4>>;
+    struct Object {
+        explicit Object(quarn::QN_String const& text) : itemName(text) {}
+        Object(Object const&) = default;
+        virtual ~Object() = default;
+        virtual Object* clone() const = 0;
+        virtual void set(Object const& other) = 0;
+        quarn::QN_String itemName;
+    };
+    template <class T> struct Typed : Object {
+        Typed(quarn::QN_String const& text, T const& content) : Object(text), value(new T(content)) {}
+        Typed(Typed const& other) : Object(other), value(new T(*other.value)) {}
+        Object* clone() const override { return new Typed(*this); }
+        void set(Object const& other) override { *value = *static_cast<Typed const&>(other).value; }
+        std::unique_ptr<T> value;
+        std::array<void*, 2> unused{}; // what else a variant contains
+    };
+    using Item = std::unique_ptr<Object>;
+    using ClassName = Item (*)();
+
+    template <class T> static Item make(std::string const& itemName, std::size_t i) {
+        return std::make_unique<Typed<T>>(itemName.c_str(), valueOf<T>(i));
+    }
+    static std::string itemName(Item const& item) { return item->itemName.c_str(); }
+    template <class T> static std::string shown(Item const& item) {
+        return shownValue(*static_cast<Typed<T>&>(*item).value);
+    }
+    template <class T> static ClassName className() {
+        return +[] {
+            static quarn::QN_String const none;
+            return Item(new Typed<T>(none, T()));
+        };
+    }
+    static void set(Item& item, Item const& other) { item->set(*other); }
+    static Item create(ClassName makeDefault) { return makeDefault(); }
+    static Item clone(Item const& item) { return Item(item->clone()); }
+};
+static_assert(sizeof(Floor::Typed<int>) == sizeof(quarn::PptyInt));
 
 // ---------------------------------------------------------------------------
 
@@ -299,7 +344,7 @@ struct OpenVdb {
     template <class T> static std::string shown(Item const& item) {
         return shownValue(static_cast<T&>(*item.value).value());
     }
-    template <class T> static std::string className() {
+    template <class T> static ClassName className() {
         if (!T::isRegisteredType()) T::registerType();
         return T::staticTypeName();
     }
@@ -374,7 +419,7 @@ struct OpenExr {
     template <class T> static std::string shown(Item const& item) {
         return shownValue(static_cast<T&>(*item.value).value());
     }
-    template <class T> static std::string className() {
+    template <class T> static ClassName className() {
         static Imf::Header const registersAllClasses;
         return T::staticTypeName();
     }
@@ -450,7 +495,7 @@ struct Qt {
     template <class T> static std::string shown(Item const& item) {
         return shownValue(item.value.value<T>());
     }
-    template <class T> static std::string className() { return QMetaType::typeName(qMetaTypeId<T>()); }
+    template <class T> static ClassName className() { return QMetaType::typeName(qMetaTypeId<T>()); }
 
     static void write(Item const& item, QDataStream& out) { out << item.itemName << item.value; }
     static void read(Item& item, QDataStream& in) { in >> item.itemName >> item.value; }

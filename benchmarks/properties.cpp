@@ -1,5 +1,5 @@
-// 10,000 properties: what they cost next to the peers' values, a check of each record next to reading alone, and a file
-// that describes itself next to raw records.
+// Properties: what they cost next to the peers' values, a check of each record next to reading alone, and a file that
+// describes itself next to raw records. The rows end with the number of properties.
 #include "Comparison.h"
 #include "PropertyPeers.h"
 
@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -34,24 +35,28 @@ void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
-constexpr std::size_t count = 10000;
+constexpr std::size_t usualCount = 10000;
 
-PropertyList const& scene() {
-    static PropertyList const list = [] {
-        PropertyList made;
-        for (std::size_t i = 0; i < count; ++i) {
-            QN_String const name(("property " + std::to_string(i)).c_str());
-            switch (i % 5) {
-            case 0: made.add(std::make_unique<PptyFloat>(name, 0.5f)); break;
-            case 1: made.add(std::make_unique<RIntPpty>(name, 3, 0, 10)); break;
-            case 2: made.add(std::make_unique<PptyString>(name, "a text of some length")); break;
-            case 3: made.add(std::make_unique<PptyVector3D>(name, Vector3<double>(1, 2, 3))); break;
-            default: made.add(std::make_unique<PptyArrayString>(name, Array<QN_String>{"sea", "foam"}));
-            }
+PropertyList makeScene(std::size_t count) {
+    PropertyList made;
+    for (std::size_t i = 0; i < count; ++i) {
+        QN_String const name(("property " + std::to_string(i)).c_str());
+        switch (i % 5) {
+        case 0: made.add(std::make_unique<PptyFloat>(name, 0.5f)); break;
+        case 1: made.add(std::make_unique<RIntPpty>(name, 3, 0, 10)); break;
+        case 2: made.add(std::make_unique<PptyString>(name, "a text of some length")); break;
+        case 3: made.add(std::make_unique<PptyVector3D>(name, Vector3<double>(1, 2, 3))); break;
+        default: made.add(std::make_unique<PptyArrayString>(name, Array<QN_String>{"sea", "foam"}));
         }
-        return made;
-    }();
-    return list;
+    }
+    return made;
+}
+
+PropertyList const& scene(std::size_t count) {
+    static std::map<std::size_t, PropertyList> scenes;
+    auto const [found, isNew] = scenes.try_emplace(count);
+    if (isNew) found->second = makeScene(count);
+    return found->second;
 }
 
 /// The path of a file that is removed when the program ends.
@@ -76,24 +81,24 @@ struct BenchFile {
 
 using peers::require;
 
-std::size_t saveRaw(std::string const& path) {
+std::size_t saveRaw(std::string const& path, PropertyList const& list) {
     BenchFile out(path, "wb");
-    for (std::size_t i = 0; i < scene().size(); ++i) scene().property(i)->writeTo(out.stream);
+    for (std::size_t i = 0; i < list.size(); ++i) list.property(i)->writeTo(out.stream);
     require(!out.stream.failed());
-    return scene().size();
+    return list.size();
 }
 
-std::size_t save(std::string const& path) {
-    require(saveProperties(path, scene()).ok());
-    return scene().size();
+std::size_t save(std::string const& path, PropertyList const& list) {
+    require(saveProperties(path, list).ok());
+    return list.size();
 }
 
-std::size_t loadRaw(std::string const& path) {
+std::size_t loadRaw(std::string const& path, PropertyList const& saved) {
     BenchFile in(path, "rb");
     PropertyList list;
-    for (std::size_t i = 0; i < scene().size(); ++i) {
+    for (std::size_t i = 0; i < saved.size(); ++i) {
         std::unique_ptr<Ppty> ppty(
-            static_cast<Ppty*>(QN_MetaClassBase::find(scene().property(i)->getClassName())->metaNew()));
+            static_cast<Ppty*>(QN_MetaClassBase::find(saved.property(i)->getClassName())->metaNew()));
         ppty->readFrom(in.stream);
         list.add(std::move(ppty));
     }
@@ -112,21 +117,24 @@ std::size_t load(std::string const& path) {
 
 template <class Library> using LibraryItems = peers::Items<Library>;
 
-template <class Library, class Work> void addRow(char const* row, Work const& work) {
-    Report::add(row, Library::name, count, [work](benchmark::State& state) {
+std::string rowOf(char const* what, std::size_t count) { return what + ("_" + std::to_string(count)); }
+
+template <class Library, class Work> void addRow(char const* what, std::size_t count, Work const& work) {
+    Report::add(rowOf(what, count), Library::name, count, [work](benchmark::State& state) {
         for (auto _ : state) work(state);
     });
 }
 
-template <class Library> void requireEqual(char const* row, LibraryItems<Library> const& items) {
-    static std::size_t const expected = peers::digestOf<peers::Ours>(peers::makeItems<peers::Ours>(count));
-    if (peers::digestOf<Library>(items) == expected) return;
-    std::fprintf(stderr, "%s: %s has another result\n", row, Library::name);
+template <class Library> void requireEqual(char const* what, LibraryItems<Library> const& items) {
+    if (peers::digestOf<Library>(items) ==
+        peers::digestOf<peers::Ours>(peers::makeItems<peers::Ours>(items.size())))
+        return;
+    std::fprintf(stderr, "%s: %s has another result\n", what, Library::name);
     std::exit(1);
 }
 
 /// Items with other values and empty names, which loading and setting must replace.
-template <class Library> LibraryItems<Library> otherItems() {
+template <class Library> LibraryItems<Library> otherItems(std::size_t count) {
     LibraryItems<Library> items;
     items.reserve(count);
     for (std::size_t i = 0; i < count; ++i)
@@ -136,38 +144,52 @@ template <class Library> LibraryItems<Library> otherItems() {
     return items;
 }
 
+/// The items of one library and number: those that are saved, copied or cloned, and those that take their values.
+template <class Library> struct Lists {
+    explicit Lists(std::size_t count)
+        : items(peers::makeItems<Library>(count)), others(otherItems<Library>(count)) {}
+    LibraryItems<Library> items, others;
+};
+
+template <class Library> Lists<Library>& listsOf(std::size_t count) {
+    static std::map<std::size_t, Lists<Library>> lists;
+    return lists.try_emplace(count, count).first->second;
+}
+
 template <class Library, class Out, class In, class Target>
-void addTransferRows(char const* saveRow, char const* loadRow, Target& target) {
-    static LibraryItems<Library> const items = peers::makeItems<Library>(count);
-    static LibraryItems<Library> loaded = otherItems<Library>();
-    auto const save = [&target](auto&) {
-        Out out(target);
+void addTransferRows(char const* saveRow, char const* loadRow, std::size_t count,
+                     std::shared_ptr<Target> const& target) {
+    auto& [items, loaded] = listsOf<Library>(count);
+    auto const save = [target, &items = items](auto&) {
+        Out out(*target);
         for (auto const& item : items) Library::write(item, out);
     };
-    auto const load = [&target](auto&) {
-        In in(target);
+    auto const load = [target, &loaded = loaded](auto&) {
+        In in(*target);
         for (auto& item : loaded) Library::read(item, in);
     };
     int none = 0;
     save(none);
     load(none);
     requireEqual<Library>(loadRow, loaded);
-    addRow<Library>(saveRow, save);
-    addRow<Library>(loadRow, load);
+    addRow<Library>(saveRow, count, save);
+    addRow<Library>(loadRow, count, load);
+}
+
+template <class Library> void addMemoryRows(std::size_t count) {
+    addTransferRows<Library, typename Library::MemoryOut, typename Library::MemoryIn>(
+        "save_memory", "load_memory", count, std::make_shared<peers::Memory>(count));
 }
 
 template <class Library> void addFileRows() {
-    static peers::Memory memory;
-    addTransferRows<Library, typename Library::MemoryOut, typename Library::MemoryIn>("save_memory",
-                                                                                      "load_memory", memory);
     static BenchPath const file((std::string("mrcommon-bench.") + Library::name).c_str());
-    addTransferRows<Library, typename Library::FileOut, typename Library::FileIn>("save_file", "load_file",
-                                                                                  file.path);
+    addTransferRows<Library, typename Library::FileOut, typename Library::FileIn>(
+        "save_file", "load_file", usualCount, std::make_shared<std::string const>(file.path));
 }
 
 /// Times `work` and leaves what it returns out of the time.
-template <class Library, class Make> void addMakingRow(char const* row, Make const& make) {
-    addRow<Library>(row, [make](benchmark::State& state) {
+template <class Library, class Make> void addMakingRow(char const* row, std::size_t count, Make const& make) {
+    addRow<Library>(row, count, [make, count](benchmark::State& state) {
         LibraryItems<Library> items;
         items.reserve(count);
         make(items);
@@ -177,56 +199,59 @@ template <class Library, class Make> void addMakingRow(char const* row, Make con
     });
 }
 
-template <class Library> void addSetRow() {
-    static LibraryItems<Library> const items = peers::makeItems<Library>(count);
-    static LibraryItems<Library> changed = otherItems<Library>();
-    auto const set = [](auto&) {
-        for (std::size_t i = 0; i < count; ++i) Library::set(changed[i], items[i]);
+template <class Library> void addSetRow(std::size_t count) {
+    auto const set = [](auto& to, auto const& from) {
+        for (std::size_t i = 0; i < to.size(); ++i) Library::set(to[i], from[i]);
     };
+    auto& [items, changed] = listsOf<Library>(count);
     LibraryItems<Library> checked = peers::makeItems<Library>(count);
-    for (std::size_t i = 0; i < count; ++i) Library::set(checked[i], changed[i]);
-    for (std::size_t i = 0; i < count; ++i) Library::set(checked[i], items[i]);
+    set(checked, otherItems<Library>(count));
+    set(checked, items);
     requireEqual<Library>("set_variant", checked);
-    addRow<Library>("set_variant", set);
+    addRow<Library>("set_variant", count,
+                    [set, &items = items, &changed = changed](auto&) { set(changed, items); });
 }
 
-template <class Library> void addCreateRow() {
+template <class Library> void addCreateRow(std::size_t count) {
     static std::vector<typename Library::ClassName> const names = [] {
         std::vector<typename Library::ClassName> all;
         for (std::size_t i = 0; i < peers::kindCount; ++i)
             Library::Types::visit(i, [&](auto kind) {
-                all.emplace_back(Library::template className<typename decltype(kind)::Type>().c_str());
+                all.push_back(Library::template className<typename decltype(kind)::Type>());
             });
         return all;
     }();
-    addMakingRow<Library>("create", [](auto& made) {
+    addMakingRow<Library>("create", count, [count](auto& made) {
         for (std::size_t i = 0; i < count; ++i) made.push_back(Library::create(names[i % names.size()]));
     });
 }
 
 template <class Library> void addCloneRows() {
-    static LibraryItems<Library> const items = peers::makeItems<Library>(count);
-    auto const clone = [](auto& made) {
+    auto const clone = [&items = listsOf<Library>(usualCount).items](auto& made) {
         for (auto const& item : items) made.push_back(Library::clone(item));
     };
     LibraryItems<Library> made;
     clone(made);
     requireEqual<Library>("clone", made);
-    addMakingRow<Library>("clone", clone);
-    addRow<Library>("destroy", [clone](benchmark::State& state) {
+    addMakingRow<Library>("clone", usualCount, clone);
+    addRow<Library>("destroy", usualCount, [clone](benchmark::State& state) {
         state.PauseTiming();
         LibraryItems<Library> doomed;
-        doomed.reserve(count);
+        doomed.reserve(usualCount);
         clone(doomed);
         state.ResumeTiming();
         doomed.clear();
     });
 }
 
-template <class Library> void addAllRows() {
+template <class Library> void addTransferRows() {
+    addMemoryRows<Library>(usualCount);
     addFileRows<Library>();
-    addSetRow<Library>();
-    addCreateRow<Library>();
+}
+
+template <class Library> void addObjectRows() {
+    addSetRow<Library>(usualCount);
+    addCreateRow<Library>(usualCount);
     addCloneRows<Library>();
 }
 
@@ -252,8 +277,8 @@ void requireAllocations() {
 }
 
 /// Reads the records of the ten kinds, each after `check(property, stream)`.
-template <class Check> std::size_t readAgain(std::string const& path, Check const& check) {
-    static LibraryItems<peers::Ours> const items = otherItems<peers::Ours>();
+template <class Check>
+std::size_t readAgain(std::string const& path, LibraryItems<peers::Ours> const& items, Check const& check) {
     BenchFile in(path, "rb");
     for (auto const& item : items) {
         check(*item, in.stream);
@@ -267,24 +292,59 @@ void checkGood(Ppty const& ppty, FileStreamRaw& stream) { require(checkRecord(pp
 void checkNothing(Ppty const&, FileStreamRaw&) {}
 
 void addPeerRows() {
-    addAllRows<peers::Ours>();
+    addTransferRows<peers::Ours>();
+    addObjectRows<peers::Ours>();
+    addObjectRows<peers::Floor>();
 #ifdef BENCH_OPENVDB
-    addAllRows<peers::OpenVdb>();
+    addTransferRows<peers::OpenVdb>();
+    addObjectRows<peers::OpenVdb>();
 #endif
 #ifdef BENCH_OPENEXR
-    addAllRows<peers::OpenExr>();
+    addTransferRows<peers::OpenExr>();
+    addObjectRows<peers::OpenExr>();
 #endif
 #ifdef BENCH_QT
-    addFileRows<peers::Qt>();
-    addSetRow<peers::Qt>();
-    addCreateRow<peers::Qt>();
+    addTransferRows<peers::Qt>();
+    addSetRow<peers::Qt>(usualCount);
+    addCreateRow<peers::Qt>(usualCount);
 #endif
 #ifdef BENCH_BOOST_SERIALIZATION
-    addFileRows<peers::BoostArchive>();
+    addTransferRows<peers::BoostArchive>();
 #endif
 #ifdef BENCH_CEREAL
-    addFileRows<peers::CerealArchive>();
+    addTransferRows<peers::CerealArchive>();
 #endif
+}
+
+/// The rows that show how our time grows with the number.
+void addGrowthRows(std::size_t count) {
+    addMemoryRows<peers::Ours>(count);
+    addSetRow<peers::Ours>(count);
+    addCreateRow<peers::Ours>(count);
+}
+
+/// The rows that compare functions of ours with each other.
+void addOwnRows(std::size_t count) {
+    auto const pathOf = [count](char const* what) {
+        return std::make_shared<BenchPath const>(("mrcommon-bench." + rowOf(what, count)).c_str());
+    };
+    auto const raw = pathOf("raw"), described = pathOf("props"), ten = pathOf("ten");
+    PropertyList const& list = scene(count);
+    Comparison(
+        rowOf("save_properties", count), [described, &list] { return save(described->path, list); }, count)
+        .against("raw_records", [raw, &list] { return saveRaw(raw->path, list); });
+    Comparison(
+        rowOf("load_properties", count), [described] { return load(described->path); }, count)
+        .against("raw_records", [raw, &list] { return loadRaw(raw->path, list); });
+    auto& [items, read] = listsOf<peers::Ours>(count);
+    {
+        peers::Ours::FileOut out(ten->path);
+        for (auto const& item : items) peers::Ours::write(item, out);
+    }
+    Comparison(
+        rowOf("check_and_read", count), [ten, &read = read] { return readAgain(ten->path, read, checkGood); },
+        count)
+        .against("read_alone", [ten, &read = read] { return readAgain(ten->path, read, checkNothing); });
 }
 
 } // namespace
@@ -292,20 +352,7 @@ void addPeerRows() {
 int main(int argc, char** argv) {
     requireAllocations();
     addPeerRows();
-    BenchPath const raw("mrcommon-bench.raw"), described("mrcommon-bench.props");
-    Comparison(
-        "save_properties", [&] { return save(described.path); }, count)
-        .against("raw_records", [&] { return saveRaw(raw.path); });
-    Comparison(
-        "load_properties", [&] { return load(described.path); }, count)
-        .against("raw_records", [&] { return loadRaw(raw.path); });
-    BenchPath const ten("mrcommon-bench.ten");
-    {
-        peers::Ours::FileOut out(ten.path);
-        for (auto const& item : peers::makeItems<peers::Ours>(count)) peers::Ours::write(item, out);
-    }
-    Comparison(
-        "check_and_read", [&] { return readAgain(ten.path, checkGood); }, count)
-        .against("read_alone", [&] { return readAgain(ten.path, checkNothing); });
+    for (std::size_t const count : {usualCount / 10, 10 * usualCount}) addGrowthRows(count);
+    for (std::size_t const count : {usualCount / 10, usualCount, 10 * usualCount}) addOwnRows(count);
     return Report::run("properties", argc, argv);
 }

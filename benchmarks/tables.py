@@ -26,6 +26,10 @@ GOALS = {
         "format": 1.75, "format_10kB": 15, "tokenize_100000": 0.65, "replace_all_short": 0.9, "replace_all_100000": 0.6,
         "url_encode": 0.15, "tokenizer_1000": 0.9, "tokenizer_100000": 0.9, "frame_name": 1.0,
     },
+    "properties": {
+        "save_memory_10000": 0.8, "load_memory_10000": 0.85, "save_file_10000": 0.98, "load_file_10000": 0.95,
+        "set_variant_10000": 0.8, "create_10000": 1.6, "clone_10000": 1.9, "destroy_10000": 2.3, "check_and_read_10000": 1.5,
+    },
     "frames": {
         "range_middle_10000": 0.6, "range_end_10000": 0.01, "scan_folder_10000": 0.3,
     },
