@@ -1,8 +1,10 @@
 """Checking whole folders of frames, on one machine or on many."""
 from __future__ import annotations
 
+import contextlib
 import itertools
 import os
+import uuid
 from concurrent.futures import CancelledError, Executor, Future, ThreadPoolExecutor, as_completed
 from dataclasses import dataclass, field
 from typing import Any, Callable, Iterable, Iterator, Sequence, Union
@@ -14,7 +16,7 @@ from .records import _named
 
 Path = Union[str, "os.PathLike[str]"]
 Checked = tuple[int, list["Fault"]]
-Chunk = tuple[str, list[str], list[str], Union[int, None], bool, Union[int, None]]
+Chunk = tuple[str, list[str], list[str], Union[int, None], bool, Union[int, None], str]
 FILES_PER_CHUNK = 64
 
 
@@ -53,8 +55,11 @@ class FolderReport:
 
 
 def _check_files(folder: str, names: Sequence[str], kinds: Sequence[str], repeat_from: int | None, endian: bool,
-                 workspace: int | None) -> tuple[int, list[Fault]]:
-    """Checks some files of a folder, in any process that can see it; returns their bytes and their faults."""
+                 workspace: int | None, run: str) -> Checked:
+    """Checks some files of a folder, in any process that can see it; returns their bytes and their faults.
+
+    `run` differs between calls of check_folder: engines that keep results would take a second check for the first one.
+    """
     size, faults = 0, []
     for name in names:
         path = os.path.join(folder, name)
@@ -62,7 +67,8 @@ def _check_files(folder: str, names: Sequence[str], kinds: Sequence[str], repeat
             size += _core.check_file(path, kinds, repeat_from, endian, workspace)[1]
         except RecordError as error:
             faults.append(Fault(path, error.field, error.offset, error.reason))
-            size += os.stat(path).st_size
+            with contextlib.suppress(OSError):  # removed meanwhile
+                size += os.stat(path).st_size
         except OSError as error:
             faults.append(Fault(path, "", 0, error.strerror or str(error)))
     return size, faults
@@ -95,12 +101,12 @@ def check_folder(folder: Path, kinds: Sequence[Any], executor: Executor | None =
     report = FolderReport(files=sum(len(sequence) for sequence in sequences))
     report.missing = [MissingFrames(s.pattern, s.missing) for s in sequences if s.missing]
     own = ThreadPoolExecutor(max_workers=os.cpu_count()) if executor is None else None
-    files_done = 0
+    files_done, run = 0, uuid.uuid4().hex
     futures: dict[Future[Checked], Chunk] = {}
     try:
         for sequence in sequences:
             for files in _chunks(sequence.file_name(frame) for frame in sequence):
-                chunk = root, files, names, repeat_from, endian, workspace
+                chunk = root, files, names, repeat_from, endian, workspace, run
                 futures[_submit(own or executor, chunk)] = chunk
         for future in as_completed(futures):
             chunk = futures[future]

@@ -67,6 +67,23 @@ def test_what_an_executor_loses_is_checked_here(folder):
         assert executor.calls > 4
 
 
+def test_a_second_check_is_not_answered_from_the_first(tmp_path):
+    class Keeping(ThreadPoolExecutor):
+        """Keeps its results, as distributed engines do."""
+        kept = {}
+
+        def submit(self, *work):
+            if repr(work) not in self.kept:
+                self.kept[repr(work)] = super().submit(*work)
+            return self.kept[repr(work)]
+
+    (tmp_path / "a.1.rec").touch()
+    with Keeping() as executor:
+        assert not mr.check_folder(tmp_path, KINDS, executor).good
+        mr.write_records(tmp_path / "a.1.rec", [mr.PptyInt("particles", 0)])
+        assert mr.check_folder(tmp_path, KINDS, executor).good
+
+
 def test_processes_that_are_killed_leave_the_report_complete(folder):
     with ProcessPoolExecutor(2) as executor:
         executor.submit(os.getpid).result()

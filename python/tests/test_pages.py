@@ -26,6 +26,11 @@ def test_the_page_works_from_top_to_bottom(tmp_path, monkeypatch):
     assert doctest.DocTestRunner().run(session).failed == 0
 
 
+def test_pip_packs_this_version():
+    pytest.importorskip("setuptools")
+    assert run("setup.py", "--version", cwd=SOURCE / "python").stdout.split() == [mr.__version__]
+
+
 def write_frames(folder, count):
     for frame in range(1, count + 1):
         mr.write_records(folder / f"spray.{frame:04}.rec", [mr.PptyInt("particles", 0), mr.PptyVector3D("a", (1, 2, 3))])
