@@ -2,8 +2,9 @@
 around them, so that they can be read in light and in dark."""
 import html
 import json
+import math
 
-COLOURS = {"x": "#e0645c", "y": "#4fa75b", "z": "#4d87d6", "ours": "#4d87d6", "peer": "#9aa3ad"}
+COLOURS = {"x": "#e0645c", "y": "#4fa75b", "z": "#4d87d6", "ours": "#4d87d6"}
 
 
 def svg(width, height, parts):
@@ -67,31 +68,79 @@ def axis_orders():
     return svg(500, 206, parts)
 
 
-def bars(title, unit, rows):
-    """A chart of (name, value) rows, as long as their values; the first one is ours."""
-    most = max(value for _, value in rows) or 1
-    parts = [label(4, 16, f"{title}, {unit}")]
+PEERS = ["#d9822b", "#4fa75b", "#a667c9", "#e0645c", "#2fa3a3", "#b8a12f", "#8d6e63", "#7f8c9a"]
+
+
+def times(row):
+    """Returns the measured nanoseconds of a row, by who took them."""
+    return {who: time for who, time in row.get("nanoseconds", {}).items() if isinstance(time, (int, float)) and time > 0}
+
+
+def comparison(rows):
+    """Each row's times divided by ours, as points on a logarithmic axis: left of the line at 1 are those who are faster."""
+    rows = [(row["row"], times(row)) for row in rows]
+    ratios = [(name, {who: time / measured["ours"] for who, time in measured.items()})
+              for name, measured in rows if len(measured) > 1 and "ours" in measured]
+    if not ratios:
+        return None
+    peers = sorted({who for _, found in ratios for who in found} - {"ours"}, key=str.lower)
+    colours = {"ours": COLOURS["ours"], **{peer: PEERS[i % len(PEERS)] for i, peer in enumerate(peers)}}
+    lowest = math.floor(min(math.log10(ratio) for _, found in ratios for ratio in found.values()) - 0.05)
+    highest = math.ceil(max(math.log10(ratio) for _, found in ratios for ratio in found.values()) + 0.05)
+    left, width, bottom = 170, 450, 60 + 22 * len(ratios)
+
+    def place(ratio):
+        return round(left + width * (math.log10(ratio) - lowest) / (highest - lowest), 1)
+    parts, x = [], 4
+    for who, colour in colours.items():
+        parts.append(f'<circle cx="{x + 5}" cy="11" r="5" fill="{colour}"/>' + label(x + 14, 15, who))
+        x += 30 + 8 * len(who)
+    for power in range(lowest, highest + 1):
+        at, dashes = place(10**power), "" if power == 0 else ' stroke-dasharray="2 4" stroke-opacity="0.6"'
+        parts.append(f'<line x1="{at}" x2="{at}" y1="46" y2="{bottom}" stroke="black"{dashes}/>'
+                     + label(at, 40, "1" if power == 0 else f"{10.0**power:g}×", "middle"))
+    for number, (name, found) in enumerate(ratios):
+        y = 60 + 22 * number
+        parts.append(label(left - 10, y + 5, name, "end"))
+        parts.append(f'<line x1="{left}" x2="{left + width}" y1="{y}" y2="{y}" stroke="black" stroke-opacity="0.15"/>')
+        for who in sorted(found, key=list(colours).index, reverse=True):
+            parts.append(f'<circle cx="{place(found[who])}" cy="{y}" r="5" fill="{colours[who]}">'
+                         f"<title>{html.escape(who)}: {found[who]:.3g}</title></circle>")
+    return svg(max(x, left + width + 20), bottom + 6, parts)
+
+
+def bars(rows):
+    """Bars of (name, value) rows on a logarithmic axis, with the values next to them."""
+    most = math.log10(1 + max(value for _, value in rows))
+    parts = []
     for i, (name, value) in enumerate(rows):
-        y = 26 + 24 * i
-        parts.append(label(146, y + 14, name, "end"))
-        parts.append(box(152, y, round(300 * value / most, 1), 18, "", COLOURS["ours" if i == 0 else "peer"]))
-        parts.append(label(158 + 300 * value / most, y + 14, f"{value:.4g}"))
-    return svg(540, 32 + 24 * len(rows), parts)
+        y, length = 4 + 24 * i, round(260 * math.log10(1 + value) / most, 1)
+        parts.append(label(252, y + 14, name, "end"))
+        parts.append(box(258, y, length, 18, "", COLOURS["ours"]))
+        parts.append(label(264 + length, y + 14, f"{value:,}"))
+    return svg(600, 8 + 24 * len(rows), parts)
+
+
+def caption(text):
+    return f'<p class="caption">{html.escape(text)}</p>'
 
 
 def charts(path):
-    """Returns the charts of each theme that benchmarks/run.sh wrote, by the theme's name: for each row the nanoseconds of the
-    contenders. What has another shape is left out."""
+    """Returns the charts of a file of measured numbers, by their names: one for each theme that benchmarks/run.sh wrote, or
+    one for each entry of `charts`. What has another shape is left out."""
     measured = json.loads(path.read_text())
     drawn = {}
-    for theme in measured.get("themes", []) if isinstance(measured, dict) else []:
-        for row in theme.get("rows", []):
-            times = {name: value for name, value in row.get("nanoseconds", {}).items() if isinstance(value, (int, float))}
-            ordered = sorted(times.items(), key=lambda time: (time[0] != "ours", time[1]))
-            if len(ordered) > 1 and ordered[0][0] == "ours":
-                drawn.setdefault(theme["theme"], []).append(bars(row["row"], "ns", ordered))
-    facts = ", ".join(measured[key] for key in ("date", "processor", "compiler") if key in measured) if drawn else ""
-    return {theme: "\n".join([f"<p>{html.escape(facts)}; measured with benchmarks/run.sh</p>", *parts]) for theme, parts in drawn.items()}
+    if not isinstance(measured, dict):
+        return drawn
+    facts = ", ".join(measured[key] for key in ("date", "processor", "compiler") if key in measured)
+    for theme in measured.get("themes", []):
+        chart = comparison(theme.get("rows", []))
+        if chart:
+            drawn[theme["theme"]] = chart + caption(f"Time relative to ours, logarithmic: who is right of 1 is slower. {facts}, benchmarks/run.sh.")
+    for chart in measured.get("charts", []):
+        drawn[chart["name"]] = bars(list(chart["counts"].items())) + caption(
+            f"{chart['title']}, logarithmic. {chart['date']}, {chart['machine']}, {chart['command']}.")
+    return drawn
 
 
 FIGURES = {"record": record, "name-orders": name_orders, "axis-orders": axis_orders}

@@ -28,7 +28,14 @@ END {
         } else if (lines[at] ~ "^(template <.*> )?(class|struct) ([A-Z_]+_API )?" stem "([ :].*)?[{]$" && lines[at - 1] !~ /\/\/\//) {
             print "/** \\copydoc " name " */ " lines[at]
         } else if (split(lines[at], parts, /\/\/\/< /) == 2) {
-            print parts[1] "///< " plain(parts[2])
+            match(parts[2], /^slots? [0-9]+[^:;]*[:;]? ?/)
+            slot = RLENGTH > 0 ? substr(parts[2], 6, RLENGTH - 5) : ""
+            brief = plain(substr(parts[2], RLENGTH > 0 ? RLENGTH + 1 : 1))
+            if (brief == "" && grouped && !own) brief = shared
+            if (brief == "" && parts[1] ~ /~/) brief = "Destroys the object."
+            sub(/^s /, "", slot)
+            sub(/[:;]? *$/, "", slot)
+            print parts[1] "///< " (slot == "" ? "" : "{{slot " slot "}} ") brief
         } else {
             match(lines[at], /^ */)
             member = grouped && RLENGTH == margin && lines[at] ~ /^ *[][A-Za-z~}]/

@@ -51,6 +51,25 @@ def repair_references(folder):
         page.write_text(re.sub(r'href="([\w.-]*)#([^"]+)"', shortened, text), encoding="utf-8")
 
 
+def move_slots(folder):
+    """Moves the slots of virtual operations, which header_comments.awk marks in the descriptions, into a column of the tables of
+    members, also where those of a base are listed."""
+    mark = re.compile(r"\{\{slot ([^}]*)\}\}\s*\.?")
+    shown = r'<span class="slot" title="place in the virtual table">slot \1</span>'
+    pages = {page: re.sub(r'title="[^"]*"', lambda tip: mark.sub("", tip[0]), page.read_text(encoding="utf-8"))
+             for page in folder.glob("*.html")}
+    slots = {}
+    for text in pages.values():
+        described = re.findall(r'<tr class="memdesc:(\w+)[^>]*>(.*?)</tr>', text, re.S)
+        described += re.findall(r'<a id="(a[0-9a-f]{32,})"[^>]*></a>\s*<h2 class="memtitle">(.*?)(?=<a id="a[0-9a-f]{32}|$)', text, re.S)
+        slots.update((anchor, found[0]) for anchor, content in described if (found := mark.search(content)))
+    for page, text in pages.items():
+        text = re.sub(r'(<tr class="memdesc:)(.*?)(</tr>)', lambda row: mark.sub("", row[0]), text, flags=re.S)
+        text = re.sub(r'<tr class="memitem:(\w+)[^>]*>(?:(?!</tr>).)*<td class="memItemRight"[^>]*>',
+                      lambda row: row[0] + mark.sub(shown, slots.get(row[1], "")), text, flags=re.S)
+        page.write_text(mark.sub(shown, text), encoding="utf-8")
+
+
 def half_of(png):
     """Returns a PNG of 8-bit RGB pixels at half the width and height; its rows must be unfiltered."""
     at, data, header = 8, b"", None
@@ -201,6 +220,7 @@ def main():
     for script in scripts:
         shutil.copy((here if script in SCRIPTS else given.theme) / script, site)
     repair_references(site)
+    move_slots(site)
     finish(site, scripts, bool(given.theme))
     return 0
 

@@ -14,7 +14,7 @@ namespace quarn {
 
 class MRCOMMON_API QN_Class {
 public:
-    virtual unsigned long long const& getClassId() const;         ///< slot 0
+    virtual unsigned long long const& getClassId() const;         ///< slot 0: the registered id
     virtual QN_String const& getClassName() const;                ///< slot 1: the registered name
     virtual unsigned int const& getClassSchema() const;           ///< slot 2: version of the record format
     virtual bool hasAncestor(unsigned long long const& id) const; ///< slot 3: true for the class itself too

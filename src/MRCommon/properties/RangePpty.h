@@ -31,10 +31,10 @@ public:
     void writeTo(FileStreamRaw& stream) const override;
     ///@}
 
-    virtual T getMax() const;              ///< slot 20
-    virtual T getMin() const;              ///< slot 21
-    virtual void setMax(T const& maximum); ///< slot 22
-    virtual void setMin(T const& minimum); ///< slot 23
+    virtual T getMax() const;              ///< slot 20: the upper bound
+    virtual T getMin() const;              ///< slot 21: the lower bound
+    virtual void setMax(T const& maximum); ///< slot 22: stores the upper bound; the value stays
+    virtual void setMin(T const& minimum); ///< slot 23: stores the lower bound; the value stays
 
 protected:
     RangePpty(QN_String const& name, T const& minimum, T const& maximum); ///< with the default value
