@@ -106,19 +106,19 @@ def comparison(rows):
         for who in sorted(found, key=list(colours).index, reverse=True):
             parts.append(f'<circle cx="{place(found[who])}" cy="{y}" r="5" fill="{colours[who]}">'
                          f"<title>{html.escape(who)}: {found[who]:.3g}</title></circle>")
-    return svg(max(x, left + width + 20), bottom + 6, parts)
+    return svg(max(x, left + width + 40), bottom + 6, parts)
 
 
 def bars(rows):
-    """Bars of (name, value) rows on a logarithmic axis, with the values next to them."""
-    most = math.log10(1 + max(value for _, value in rows))
+    """Bars as long as the values of (name, value) rows."""
+    most, left = max(value for _, value in rows) or 1, 8 * max(len(name) for name, _ in rows)
     parts = []
     for i, (name, value) in enumerate(rows):
-        y, length = 4 + 24 * i, round(260 * math.log10(1 + value) / most, 1)
-        parts.append(label(252, y + 14, name, "end"))
-        parts.append(box(258, y, length, 18, "", COLOURS["ours"]))
-        parts.append(label(264 + length, y + 14, f"{value:,}"))
-    return svg(600, 8 + 24 * len(rows), parts)
+        y, length = 4 + 24 * i, round(170 * value / most, 1)
+        parts.append(label(left - 6, y + 14, name, "end"))
+        parts.append(box(left, y, length, 18, "", COLOURS["ours"]))
+        parts.append(label(left + length + 6, y + 14, f"{value:,}"))
+    return svg(left + 230, 8 + 24 * len(rows), parts)
 
 
 def caption(text):
@@ -136,10 +136,11 @@ def charts(path):
     for theme in measured.get("themes", []):
         chart = comparison(theme.get("rows", []))
         if chart:
-            drawn[theme["theme"]] = chart + caption(f"Time relative to ours, logarithmic: who is right of 1 is slower. {facts}, benchmarks/run.sh.")
+            drawn[theme["theme"]] = chart + caption(
+                f"Times as multiples of ours: what is right of the line is slower. {facts}, benchmarks/run.sh docs/performance.json.")
     for chart in measured.get("charts", []):
         drawn[chart["name"]] = bars(list(chart["counts"].items())) + caption(
-            f"{chart['title']}, logarithmic. {chart['date']}, {chart['machine']}, {chart['command']}.")
+            f"{chart['title']}. {chart['date']}, {chart['machine']}, {chart['command']}.")
     return drawn
 
 
