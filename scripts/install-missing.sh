@@ -3,6 +3,7 @@
 #     install-missing.sh build           a compiler, CMake, Ninja
 #     install-missing.sh build test      also what the tests use
 #     install-missing.sh build python    also what the Python module needs; python-test: its tests
+#     install-missing.sh mutate          what scripts/mutate.py needs; coverage: scripts/coverage.sh conditions
 set -euo pipefail
 
 missing=()
@@ -51,6 +52,15 @@ for purpose in "$@"; do
         file_of /usr/lib/python3/dist-packages/distributed python3-distributed
         file_of /usr/lib/python3/dist-packages/matplotlib python3-matplotlib
         file_of /usr/lib/python3/dist-packages/mypy python3-mypy
+        ;;
+    mutate)
+        file_of /usr/lib/python3/dist-packages/clang python3-clang-14
+        ;;
+    coverage)
+        command_of gcovr gcovr
+        command_of clang++-19 clang-19
+        command_of llvm-cov-19 llvm-19
+        file_of /usr/lib/llvm-19/lib/clang/19/lib/linux libclang-rt-19-dev
         ;;
     *) echo "install-missing.sh: unknown purpose $purpose" >&2; exit 2 ;;
     esac

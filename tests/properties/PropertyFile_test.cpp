@@ -349,6 +349,15 @@ TEST_F(PropertyFile, IsSavedDespiteInterruptionsAndShortWrites) {
     EXPECT_EQ(filesBeside(path), 1u);
 }
 
+TEST_F(PropertyFile, ReportsErrorsOfReading) {
+    saveSmall();
+    for (int const reason : {EIO, EINTR}) {
+        SystemFaults const fault(1, SystemFaults::Fail, reason);
+        EXPECT_EQ(loadProperties(path, list).message, reason == EIO ? path + ": Input/output error" : "");
+        EXPECT_TRUE(fault.struck());
+    }
+}
+
 TEST_F(PropertyFile, ReplacesWhatALinkLeadsToAndKeepsPermissions) {
     saveSmall();
     ASSERT_EQ(chmod(path.c_str(), 0606), 0);

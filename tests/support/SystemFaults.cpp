@@ -73,6 +73,10 @@ ssize_t write(int descriptor, void const* bytes, std::size_t size) {
     return writeOn(descriptor, bytes, isShort ? std::min<std::size_t>(size, 1000) : size);
 }
 
+ssize_t read(int descriptor, void* bytes, std::size_t size) {
+    return strikes() ? -1 : next<ssize_t (*)(int, void*, std::size_t)>("read")(descriptor, bytes, size);
+}
+
 int fsync(int) { return strikes() ? -1 : 0; } // the power stays on, and thousands of flushes take minutes
 
 int close(int descriptor) {

@@ -1,7 +1,7 @@
-// SystemFaults: makes one of the calls that change files fail, or ends the process at it.
+// SystemFaults: makes one of the calls that read or change files fail, or ends the process at it.
 //     SystemFaults const fault(3, SystemFaults::Fail, ENOSPC);      // the fourth call from here on
-// The calls are open, fchmod, write, fsync, close and rename, as far as libraries make them; the C library's own do not
-// count. A test program that links this has them replaced.
+// The calls are open, read, fchmod, write, fsync, close and rename, as far as libraries make them; the C library's own do
+// not count. A test program that links this has them replaced.
 #ifndef MRCOMMON_TESTS_SUPPORT_SYSTEMFAULTS_H
 #define MRCOMMON_TESTS_SUPPORT_SYSTEMFAULTS_H
 

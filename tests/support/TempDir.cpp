@@ -2,8 +2,10 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -16,9 +18,10 @@ std::filesystem::path temporaryRoot() {
 } // namespace
 
 TempDir::TempDir() {
-    static int made = 0;
-    root_ = temporaryRoot() / ("mrcommon-" + std::to_string(getpid()) + "-" + std::to_string(made++));
-    std::filesystem::create_directories(root_);
+    // A new folder: a killed process may have left one, and process numbers return.
+    std::string path = temporaryRoot() / ("mrcommon-" + std::to_string(getpid()) + "-XXXXXX");
+    if (mkdtemp(path.data()) == nullptr) throw std::runtime_error("cannot make " + path);
+    root_ = path;
 }
 
 TempDir::~TempDir() {

@@ -1,7 +1,7 @@
 // TempDir: an empty temporary folder, gone with everything in it at the end of its scope.
 //     TempDir folder;
 //     folder.touch("fluid_00012.bin");
-//     folder.path("fluid")              // "/dev/shm/mrcommon-4711-0/fluid"
+//     folder.path("fluid")              // "/dev/shm/mrcommon-4711-aX3k9z/fluid"
 #ifndef MRCOMMON_TESTS_SUPPORT_TEMPDIR_H
 #define MRCOMMON_TESTS_SUPPORT_TEMPDIR_H
 

@@ -69,6 +69,8 @@ public:
     virtual ~ItemVariant(); ///< slots 0 and 1
 
     /// Reads the tag, 4 bytes, and then the value. Stores an unknown tag and reads nothing after it.
+    /// Trusts the sizes and counts in the record and allocates what they ask for: call checkVariantRecord() before
+    /// reading a file of unknown origin, and the stream's failed() afterwards.
     /// Intentional: a value that the variant holds is not freed; call deleteValue() first.
     virtual void readFrom(FileStreamRaw& stream); ///< slot 2
 
