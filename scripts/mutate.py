@@ -149,7 +149,7 @@ def main():
     with tempfile.TemporaryDirectory() as temporary:
         scratch = (options.scratch or pathlib.Path(temporary)).resolve()
         faults, count = ([], 0) if options.table is not None else selected(options)
-        build = Build(TOP, scratch, options.sanitize, options.only)
+        build = Build(TOP, scratch, options.jobs, options.sanitize, options.only)
         failing = build.measure(scratch / "job0")
         if failing:
             sys.exit(f"mutate.py: fails without any fault: {', '.join(failing)}")

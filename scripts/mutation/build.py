@@ -35,7 +35,7 @@ def compiled(argv, directory):
 class Build:
     """An unoptimised build of a copy of the tree. Nothing in it changes once it is built."""
 
-    def __init__(self, top, folder, sanitizer="", only=""):
+    def __init__(self, top, folder, jobs, sanitizer="", only=""):
         self.tree, self.folder = folder / "tree", folder / "build"
         shutil.copytree(top, self.tree, dirs_exist_ok=True, copy_function=copy_if_changed,
                         ignore=shutil.ignore_patterns("build", ".git", "__pycache__"))
@@ -46,7 +46,7 @@ class Build:
         programs = self.targets(r"((?:tests|fuzz)/\w+_(?:test|replay)): CXX_EXECUTABLE")
         self.programs = {target.split("/")[1]: target for target in programs if only in ("", target.split("/")[1])}
         self.libraries = self.targets(r"(src/lib\S+): CXX_SHARED_LIBRARY")
-        subprocess.run(["ninja", "-C", self.folder, *self.programs.values(), "test_plugin", "test_plugin_unbound"],
+        subprocess.run(["ninja", f"-j{jobs}", "-C", self.folder, *self.programs.values(), "test_plugin", "test_plugin_unbound"],
                        check=True, stdout=subprocess.DEVNULL)
         commands = [shlex.split(entry["command"])
                     for entry in json.loads((self.folder / "compile_commands.json").read_text())]

@@ -222,7 +222,8 @@ TEST_F(PropertyFile, RefusesWhatIsNotInOrder) {
     expectRefused(changed(0, 'm'), S::NotAPropertyFile, "Not a property file");
     expectRefused(changed(8, 2), S::NewerFormat, "format 2");
     expectRefused(changed(8, 0), S::Damaged, "format 0");
-    expectRefused(changed(12, 4), S::Damaged, "number of entries at byte 12");
+    expectRefused(changed(12, 3), S::Damaged, "number of entries at byte 12"); // in twice the least size
+    expectRefused(changed(12, 2), S::Damaged, "entry 2");
     expectRefused(changed(12, 0), S::Damaged, "last entry at byte 16");
     expectRefused(changed(16, 200), S::Damaged, "entry 1 (): name of the class at byte 16");
     expectRefused(changed(16, 0), S::Damaged, "name of the class at byte 16");

@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 using namespace quarn;
@@ -199,6 +200,14 @@ public:
 /// Has more fields than it declares.
 struct Calm : RFloatPpty {};
 
+/// Cannot find out its fields.
+struct Eye : Wind {
+    void checkRawFields(RecordFields& fields) const override {
+        fields.i32("bearing");
+        throw std::runtime_error("nothing moves");
+    }
+};
+
 template <class Stream> RecordCheck checked(Ppty const& pattern, Bytes const& record) {
     TempFile file(record);
     Stream stream(file);
@@ -218,6 +227,13 @@ TEST(CheckableRecord, HasItsFieldsCheckedAfterThoseOfItsBase) {
     expectFault(checked<FileStreamRaw>(Storm(), more), RecordCheck::SizeBeyondFile, "strengths", 42);
     more.push_back(0);
     EXPECT_EQ(checked<FileStreamRaw>(Storm(), more).size, more.size());
+}
+
+TEST(CheckableRecord, MayThrow) {
+    TempFile file(hex("02000000 6100 00000000 00000000 00000000 0E010000"));
+    FileStreamRaw stream(file);
+    EXPECT_THROW(checkRecord(Eye(), stream), std::runtime_error);
+    EXPECT_EQ(std::ftell(file), 0);
 }
 
 TEST(CheckableRecord, IsNotNeededForTheFieldsOfTheBase) {
