@@ -5,6 +5,7 @@
 //     two pieces   name, extension
 //     the rest     a path of any kind
 #include "Memory.h"
+#include "support/Allocations.h"
 
 #include <MRCommon/frames/detail/FrameSearch.h>
 #include <MRCommon/frames/FileNameStitcher.h>
@@ -231,7 +232,12 @@ void requireCheckedSettings(FileNameStitcher& stitcher, std::string_view bytes) 
     if (isGood) expected = {std::string(bytes.substr(4, length)), number(length + 4), number(length + 8)};
     MemoryFile const file(bytes);
     SetCurrentStream(file.get());
-    require(stitcher.loadChecked() == isGood && settings() == expected, "whole settings are loaded, or none");
+    bool isLoaded = false;
+    {
+        AllocationLimit const limit(bytes.size() + 1024); // whatever the length claims
+        isLoaded = stitcher.loadChecked();
+    }
+    require(isLoaded == isGood && settings() == expected, "whole settings are loaded, or none");
     SetCurrentStream(nullptr);
     require(!isGood || file.position() == length + 12, "no more is read than the settings");
     stitcher.prefix.clear();

@@ -1,5 +1,5 @@
-// Runs a fuzz target over the files of folders, without the engine: as they are, cut after every byte, and damaged at
-// random, each time in the same ways.
+// Runs a fuzz target over the files of folders, without the engine: as they are, cut after every byte, with a bit of
+// every byte changed, and damaged at random, each time in the same ways.
 //     fuzz_text_replay fuzz/corpus/text
 // A law that does not hold ends the program and leaves the input in the file fuzz-failed; so does a folder without files.
 #include "Input.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int damagedRuns = 2000; // of each file
+constexpr int damagedRuns = 1000; // of each file
 constexpr std::size_t longest = 4096;
 
 std::string current;
@@ -67,7 +67,12 @@ int main(int argc, char** argv) {
             std::ifstream file(entry.path(), std::ios::binary);
             std::string const bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
             run(bytes);
-            for (std::size_t size = 0; size < bytes.size(); ++size) run(bytes.substr(0, size));
+            for (std::size_t at = 0; at < bytes.size(); ++at) {
+                run(bytes.substr(0, at));
+                std::string changed = bytes;
+                changed[at] = static_cast<char>(changed[at] ^ 1 << at % 8);
+                run(changed);
+            }
             for (int round = 0; round < damagedRuns; ++round) run(damage.to(bytes));
             ++files;
         }

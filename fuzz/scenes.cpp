@@ -76,7 +76,9 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     try {
         scene = sceneIn(std::string(Input(data, size).rest()));
     } catch (FileError const& error) {
-        require(std::string_view(error.what()).find(scratchFolder() + "/scene:") == 0, "a fault has a place");
+        std::string_view const fault = error.what();
+        require(fault.find(scratchFolder() + "/scene:") == 0, "a fault has a place");
+        require(fault.find('\n') == fault.npos, "a fault is one line");
         return 0;
     } catch (std::runtime_error const&) {
         require(size > 1 << 20, "only a scene that is too large is refused as a whole");
