@@ -4,6 +4,7 @@
 //     a piece      the kinds, or a compound extension
 //     the rest     the input, a file or the standard input
 #include "Scratch.h"
+#include "support/Allocations.h"
 
 #include <nlohmann/json.hpp>
 
@@ -79,6 +80,7 @@ Outcome run(int (*program)(int, char**), std::vector<std::string> arguments, std
         Redirection const in(STDIN_FILENO, source.descriptor()), out(STDOUT_FILENO, output.descriptor());
         std::fseek(stdin, 0, SEEK_SET); // forgets what an earlier input left in its buffer
         stderr = open_memstream(&messages, &size);
+        AllocationLimit const limit(1 << 20); // whatever sizes the input claims
         outcome.status = program(static_cast<int>(arguments.size()), pointers.data());
         std::fclose(stderr);
         stderr = previous;
@@ -139,6 +141,9 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     requireLines(outcome.errors, false);
     bool const saysWhy = isFrames && flags / 8 % 2 != 0; // the gaps that --missing lists are the reason
     require((outcome.status == 0) == outcome.errors.empty() || saysWhy, "a bad end has its reason");
+    require(outcome.errors.find("mrcommon-records: out of memory") == std::string::npos &&
+                outcome.errors.find("mrcommon-frames: out of memory") == std::string::npos,
+            "memory is in proportion to the input");
     require(isFrames || !isCheck || outcome.output.empty(), "a check prints nothing");
     return 0;
 }

@@ -9,29 +9,19 @@ import resource
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
-TOOL, TOP = sys.argv[1], pathlib.Path(sys.argv[2])
+from program import NAME, TOOL, Program, run
+
 SANITIZED = bool(sys.argv[3:])
-NAME = "mrcommon-frames"
 
 signal.signal(signal.SIGINT, signal.default_int_handler)  # it may be ignored where the tests run in the background
 
 
-def run(*arguments, **options):
-    """Returns the exit status, the standard output and the standard error stream."""
-    done = subprocess.run([TOOL, *arguments], capture_output=True, timeout=60, **options)
-    return done.returncode, done.stdout.decode(errors="surrogateescape"), done.stderr.decode(errors="surrogateescape")
-
-
-class Frames(unittest.TestCase):
+class Frames(Program):
     def setUp(self):
-        memory = "/dev/shm"  # thousands of files take seconds on a disk
-        kept = tempfile.TemporaryDirectory(dir=memory if os.path.isdir(memory) else None)
-        self.addCleanup(kept.cleanup)
-        self.top = kept.name
+        super().setUp()
         self.shot = self.folder("shot", {f"fluid.{i:04}.exr": 100 for i in (1, 2, 3, 5, 6)} | {"take_7.bin": 5, "notes.txt": 9})
 
     def folder(self, name, sizes):
@@ -41,12 +31,6 @@ class Frames(unittest.TestCase):
             with open(os.path.join(os.fsencode(path), os.fsencode(file)), "wb") as out:
                 out.write(b"x" * size)
         return path
-
-    def gives(self, status, output, *arguments, **options):
-        self.assertEqual(run(*arguments, **options), (status, output, ""))
-
-    def complains(self, status, message, *arguments, output="", **options):
-        self.assertEqual(run(*arguments, **options), (status, output, f"{NAME}: {message}\n"))
 
     def test_lists_sequences(self):
         fluid, take = "fluid.####.exr  1-3 5-6  (missing 4)\n", "take_#.bin  7\n"
@@ -110,9 +94,7 @@ class Frames(unittest.TestCase):
         self.complains(2, f"FOLDER is required {see}")
         self.complains(2, f"The following argument was not expected: --jsn {see}", "--jsn", self.shot)
         for wrong in (["--extension"], ["--json=maybe", "x"], ["--others\n", "x"]):
-            status, output, errors = run(*wrong)
-            self.assertEqual((status, output), (2, ""), wrong)
-            self.assertRegex(errors, rf"^{NAME}: [^\n]+ {re.escape(see)}\n$")
+            self.refuses(*wrong)
 
     def test_reports_folders_and_goes_on(self):
         none, file = self.top + "/none", self.shot + "/notes.txt"
@@ -129,16 +111,6 @@ class Frames(unittest.TestCase):
             self.complains(1, f"{closed}: Permission denied", closed, **nobody)
         except PermissionError:
             self.skipTest("only root may reach the program")
-
-    def test_prints_help_and_version(self):
-        self.assertRegex(run("--version")[1], rf"^{NAME} \d+\.\d+\.\d+\n$")
-        status, help_text, errors = run("--help")
-        self.assertEqual((status, errors), (0, ""))
-        options = set(re.findall(r"--[a-z-]+", help_text))
-        self.assertGreaterEqual(options, {"--json", "--extension", "--help"})
-        page = (TOP / f"docs/man/{NAME}.1").read_text().replace(r"\-", "-")
-        for text in (page, *((TOP / "tools/completion" / file).read_text() for file in (NAME + ".bash", "_" + NAME))):
-            self.assertEqual(set(re.findall(r"(?<![\w-])--[a-z-]+", text)), options)
 
     def test_reports_output_that_cannot_be_written(self):
         for arguments in (["--help"], [self.shot], ["--json", self.shot]):
@@ -238,4 +210,5 @@ class Frames(unittest.TestCase):
         self.assertTrue(succeeds(many, enough + count * 32 // 1024))
 
 
+del Program  # its tests run for each program
 unittest.main(argv=sys.argv[:1])
