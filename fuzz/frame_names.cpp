@@ -91,14 +91,13 @@ struct Parsed {
                                                           order)) {}
 };
 
-void requireBuildingAsPrintf(FileNameStitcher const& stitcher, std::string const& name, int frame,
-                             std::string const& ext) {
+std::string printed(FrameExtensionOrder order, unsigned int padding, std::string const& name, int frame,
+                    std::string const& ext) {
     char format[32];
-    FileNameStitcher::setFormatStr(format, stitcher.order, stitcher.padding);
-    std::string const printed = stitcher.order == FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME
-                                    ? StringTools::format(format, name.c_str(), ext.c_str(), frame)
-                                    : StringTools::format(format, name.c_str(), frame, ext.c_str());
-    require(stitcher.doIt(name, frame, ext) == printed, "names are built as printf prints them");
+    FileNameStitcher::setFormatStr(format, order, padding);
+    return order == FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME
+               ? StringTools::format(format, name.c_str(), ext.c_str(), frame)
+               : StringTools::format(format, name.c_str(), frame, ext.c_str());
 }
 
 /// For names that say clearly where the frame stands, while no file exists.
@@ -143,12 +142,7 @@ struct ImaginedSequence {
     unsigned int first, last, gap;
 
     std::string path(unsigned int frame) const {
-        char format[32];
-        FileNameStitcher::setFormatStr(format, order, padding);
-        int const number = static_cast<int>(frame);
-        return order == FRAME_ORDER_NAME_DOT_EXT_DOT_FRAME
-                   ? StringTools::format(format, name.c_str(), ext.c_str(), number)
-                   : StringTools::format(format, name.c_str(), number, ext.c_str());
+        return printed(order, padding, name, static_cast<int>(frame), ext);
     }
     bool exists(unsigned int frame) const { return first <= frame && frame <= last && frame != gap; }
 };
@@ -255,7 +249,8 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     std::string const name = std::string(imagined) + without(input.piece(), [](char c) { return c == '\0'; });
     std::string const ext = without(input.piece(), [](char c) { return c == '\0' || c == '.'; });
     if (stitcher.padding == 0) stitcher.padding = 1; // without a padding the format has no frame
-    requireBuildingAsPrintf(stitcher, name, frame, ext);
+    require(stitcher.doIt(name, frame, ext) == printed(stitcher.order, stitcher.padding, name, frame, ext),
+            "names are built as printf prints them");
     stitcher.padding = stitcher.padding % 12 + 1;
     requireParsingOfBuilt(stitcher, name, frame, ext);
     requireParsingOfAny(std::string(imagined) +

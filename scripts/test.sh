@@ -5,7 +5,7 @@
 #                                     symbols); a build of the libraries, tools and examples with Clang; and the tests
 #                                     of threads with the thread sanitizer
 #     scripts/test.sh clang tsan      only these presets of CMakePresets.json
-# Tests with the label "nightly" are left out (Valgrind, the Debian packages, a browser, failing disks): see nightly.sh.
+# Tests with the label "nightly" are left out (Valgrind, the Debian packages, a browser): see nightly.sh.
 # With LABELS=nightly in the environment only those run. If ccache is installed, it is used.
 # The last line counts the tests of all presets together. Any failure makes the exit status non-zero.
 set -euo pipefail

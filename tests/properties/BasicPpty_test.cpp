@@ -1,6 +1,6 @@
 // The twelve plain kinds and what they share: records on both stream kinds, strings, copies, values from
 // variants.
-#include <MRCommon/properties/BasicPpty.h>
+#include <MRCommon/properties/MetaClasses.h>
 
 #include "properties/Records.h"
 #include "support/Allocations.h"
@@ -56,14 +56,19 @@ template <class Kind, class Value>
 struct CanSet<Kind, Value, std::void_t<decltype(std::declval<Kind&>().setValue(std::declval<Value>()))>>
     : std::true_type {};
 
-class Derived : public PptyFloat {
+template <class Kind> class AnyKind : public testing::Test {};
+using Kinds = testing::Types<PptyFloat, PptyString, PptyArrayString, PptyEnum, RIntPpty, RangeVect3FPpty>;
+
+template <class Kind> class Derived : public Kind {
 public:
-    using PptyFloat::PptyFloat;
+    using Kind::Kind;
     Ppty* clone() const override { return new Derived(*this); }
     unsigned int getType() const override { return Ppty::getType(); }
 };
 
 } // namespace
+
+TYPED_TEST_SUITE(AnyKind, Kinds, );
 
 TEST(BasicPpty, HasItsTypeTagTextAndRecord) {
     for (Sample const& s : samples()) {
@@ -144,9 +149,9 @@ TEST(BasicPpty, IsClonedWithItsOwnOrANewName) {
     }
 }
 
-TEST(BasicPpty, RenamesThroughTheCloneOfADerivedKind) {
-    Owned const renamed(Derived("a", 2).cloneWithNewName("b"));
-    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
+TYPED_TEST(AnyKind, RenamesThroughTheCloneOfADerivedKind) {
+    Owned const renamed(Derived<TypeParam>("a").cloneWithNewName("b"));
+    EXPECT_NE(dynamic_cast<Derived<TypeParam>*>(renamed.get()), nullptr);
     EXPECT_EQ(renamed->getType(), static_cast<unsigned int>(Ppty::TYPE_NONE))
         << "the type code of the base class";
     EXPECT_STREQ(renamed->getName().c_str(), "b");

@@ -31,11 +31,3 @@ TEST(PptyArrayString, TakesListsOnly) {
     EXPECT_TRUE(copy->getType() == 11 && copy->getVariantValue().tag() == 11);
     EXPECT_EQ(recordOf(p), hex("02000000 6E00 00000000"));
 }
-
-TEST(PptyArrayString, RenamesThroughTheCloneOfADerivedKind) {
-    struct Derived : PptyArrayString {
-        Ppty* clone() const override { return new Derived(*this); }
-    };
-    std::unique_ptr<Ppty> const renamed(Derived().cloneWithNewName("b"));
-    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
-}

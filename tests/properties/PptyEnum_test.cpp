@@ -131,14 +131,6 @@ TEST(PptyEnum, KeepsItsPairWhenMemoryRunsOut) {
     EXPECT_EQ(*unread.getRefToValue(), Pair("X", 3)) << "the index follows the table";
 }
 
-TEST(PptyEnum, RenamesThroughTheCloneOfADerivedKind) {
-    struct Derived : PptyEnum {
-        Ppty* clone() const override { return new Derived(*this); }
-    };
-    std::unique_ptr<Ppty> const renamed(Derived().cloneWithNewName("b"));
-    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
-}
-
 TEST(Configuration, IsOneManagerWithoutAHostAtFirst) {
     ConfigurationMngr& manager = ConfigurationMngr::instance();
     EXPECT_EQ(&manager, &ConfigurationMngr::instance());

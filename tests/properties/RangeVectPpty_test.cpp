@@ -67,15 +67,6 @@ TYPED_TEST(RangeVectPptyKind, HasTheWidestBoundsByDefault) {
     EXPECT_FALSE(p.setValue(Vector(0, 0, LimitsOf<TypeParam>::infinity())));
 }
 
-TYPED_TEST(RangeVectPptyKind, RenamesThroughTheCloneOfADerivedKind) {
-    struct Derived : TypeParam {
-        using TypeParam::TypeParam;
-        Ppty* clone() const override { return new Derived(*this); }
-    };
-    std::unique_ptr<Ppty> const renamed(Derived("a", {1, 2, 3}).cloneWithNewName("b"));
-    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
-}
-
 TEST(RangeVectPpty, HasItsTypeTagAndRecord) {
     RangeVect3FPpty const f("v", {1, 2, 3}, {0, 0, 0}, {4, 4, 4});
     RangeVect3DPpty const d("v", {1, 2, 3});

@@ -109,14 +109,6 @@ TEST(RgdBasicPpty, TestsTheStoredBounds) {
     EXPECT_FALSE(p.setValue(11));
 }
 
-TEST(RgdBasicPpty, RenamesThroughTheCloneOfADerivedKind) {
-    struct Derived : RIntPpty {
-        Ppty* clone() const override { return new Derived(*this); }
-    };
-    std::unique_ptr<Ppty> const renamed(Derived().cloneWithNewName("b"));
-    EXPECT_NE(dynamic_cast<Derived*>(renamed.get()), nullptr);
-}
-
 TEST(RgdBasicPpty, IsDeletedThroughAnyOfItsBases) {
     AllocationCounter count;
     std::unique_ptr<RangePpty<float, Ppty::TYPE_RANGE_FLOAT>>(new RFloatPpty("opacity")).reset();
