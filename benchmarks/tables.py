@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the figures of benchmarks/run.sh into the tables of a page.
 
-Usage: tables.py FIGURES.json PAGE.md
+Usage: tables.py FIGURES.json [PAGE.md]        without a page, prints one table of all themes
 
 Everything between a line "<!-- figures: THEME -->" and the next "<!-- end -->" is replaced: by the table of the theme, or by the
 date, the processor and the compiler if THEME is "machine". Ratios over their goal are bold, and the page must give the reason:
@@ -58,23 +58,40 @@ def is_over(theme, row):
     return goal is not None and float(ratio_of(row["ratio"])) > goal
 
 
-def table(theme):
-    lines = ["| Row | Ours | Fastest peer | Ratio | Goal | Ratio to each |", "|---|---|---|---|---|---|"]
+HEADER = ["Row", "Ours", "Fastest peer", "Ratio", "Goal", "Ratio to each"]
+
+
+def cells(theme):
     for row in sorted(theme["rows"], key=in_order):
         times = row["nanoseconds"]
         each = ", ".join(f"{who} {ratio_of(times['ours'] / time)}" for who, time in times.items() if who != "ours")
-        goal = GOALS.get(theme["theme"], {}).get(row["row"], "")
+        goal = str(GOALS.get(theme["theme"], {}).get(row["row"], ""))
         ratio = ratio_of(row["ratio"]) if "ratio" in row else ""
         ratio = f"**{ratio}**" if is_over(theme, row) else ratio
-        lines.append(f"| `{row['row']}` | {time_of(times['ours'])} | {row.get('fastest', '')} | {ratio} | {goal} | {each} |")
-    return "\n".join(lines)
+        yield [f"`{row['row']}`", time_of(times["ours"]), row.get("fastest", ""), ratio, goal, each]
+
+
+def table(theme):
+    head, *rows = ("| " + " | ".join(line) + " |" for line in [HEADER, *cells(theme)])
+    return "\n".join([head, "|---" * len(HEADER) + "|", *rows])
+
+
+def print_all(figures):
+    """Prints one table with aligned columns."""
+    lines = [HEADER, *(line for theme in figures["themes"] for line in cells(theme))]
+    widths = [max(len(line[column]) for line in lines) for column in range(len(HEADER))]
+    for line in lines:
+        print("  ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip())
 
 
 def main():
-    if len(sys.argv) != 3:
+    if len(sys.argv) not in (2, 3):
         sys.exit(__doc__)
     with open(sys.argv[1], encoding="utf-8") as file:
         figures = json.load(file)
+    if len(sys.argv) == 2:
+        print_all(figures)
+        return
     contents = {theme["theme"]: table(theme) for theme in figures["themes"]}
     contents["machine"] = f"Measured on {figures['date']}: {figures['processor']}, {figures['compiler']}."
     with open(sys.argv[2], encoding="utf-8") as file:
@@ -89,7 +106,7 @@ def main():
     page = re.sub(r"<!-- figures: (\w+) -->\n.*?<!-- end -->", fill, page, flags=re.DOTALL)
     with open(sys.argv[2], "w", encoding="utf-8") as file:
         file.write(page)
-    explained = {row for item in re.findall(r"^- ((?:`[^`]+`,?\s+(?:and\s+)?)+)", page, re.MULTILINE)
+    explained = {row for item in re.findall(r"^- ((?:`[^`]+`[,:]?\s+(?:and\s+)?)+)", page, re.MULTILINE)
                  for row in re.findall(r"`([^`]+)`", item)}
     missing = [row["row"] for theme in figures["themes"] for row in theme["rows"]
                if is_over(theme, row) and row["row"] not in explained]
