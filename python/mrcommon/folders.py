@@ -17,7 +17,8 @@ from .records import _named
 Path = Union[str, "os.PathLike[str]"]
 Checked = tuple[int, list["Fault"]]
 Chunk = tuple[str, list[str], list[str], Union[int, None], bool, Union[int, None], str]
-FILES_PER_CHUNK = 64
+FILES_PER_CHUNK = 256  #: at most: a cluster spends milliseconds on each chunk
+CHUNKS = 64  #: at least, so that all workers have something to do
 
 
 @dataclass(frozen=True)
@@ -74,9 +75,9 @@ def _check_files(folder: str, names: Sequence[str], kinds: Sequence[str], repeat
     return size, faults
 
 
-def _chunks(names: Iterable[str]) -> Iterator[list[str]]:
+def _chunks(names: Iterable[str], size: int) -> Iterator[list[str]]:
     left = iter(names)
-    while chunk := list(itertools.islice(left, FILES_PER_CHUNK)):
+    while chunk := list(itertools.islice(left, size)):
         yield chunk
 
 
@@ -101,11 +102,12 @@ def check_folder(folder: Path, kinds: Sequence[Any], executor: Executor | None =
     report = FolderReport(files=sum(len(sequence) for sequence in sequences))
     report.missing = [MissingFrames(s.pattern, s.missing) for s in sequences if s.missing]
     own = ThreadPoolExecutor(max_workers=os.cpu_count()) if executor is None else None
+    chunk_size = max(1, min(FILES_PER_CHUNK, report.files // CHUNKS))
     files_done, run = 0, uuid.uuid4().hex
     futures: dict[Future[Checked], Chunk] = {}
     try:
         for sequence in sequences:
-            for files in _chunks(sequence.file_name(frame) for frame in sequence):
+            for files in _chunks(map(sequence.file_name, sequence), chunk_size):
                 chunk = root, files, names, repeat_from, endian, workspace, run
                 futures[_submit(own or executor, chunk)] = chunk
         for future in as_completed(futures):
