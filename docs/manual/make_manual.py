@@ -132,7 +132,7 @@ class Sections(html.parser.HTMLParser):
         given = dict(attributes)
         anchor = given.get("id") or given.get("name") or (given.get("href") or "")[1:]
         if tag == "title":
-            self.in_title = True
+            self.in_title = self.title == ""  # those of figures follow
         if tag == "div" and (given.get("class") or "").split()[:1] in (["contents"], ["manual-text"]):
             self.in_contents = True
         if tag in ("h1", "h2", "h3") and self.in_contents:

@@ -1,22 +1,22 @@
-// The search of the manual: finds the sections that contain every word that is typed. words.js, which is loaded at the
-// first key, lists [page, section, link, text, 1 if people wrote the page].
+// The search of the manual: finds the sections that contain the most of the words that are typed. words.js, which is loaded
+// at the first key, lists [page, section, link, text, 1 if people wrote the page].
 (function () {
     "use strict";
 
+    // Any word more counts for more than all places where words are found.
     function rank(entry, queries) {
         let sum = 0;
         for (const query of queries) {
             const section = entry[1].toLowerCase(), page = entry[0].toLowerCase();
-            if (section.includes(query)) sum += section === query ? 40 : 20;
-            else if (page.includes(query)) sum += entry[1] ? 6 : 20;
-            else if (entry[3].toLowerCase().includes(query)) sum += 1;
-            else return 0;
+            if (section.includes(query)) sum += section === query ? 1040 : 1020;
+            else if (page.includes(query)) sum += entry[1] ? 1006 : 1020;
+            else if (entry[3].toLowerCase().includes(query)) sum += 1001;
         }
-        return sum + (entry[4] ? 3 : 0);
+        return sum && sum + (entry[4] ? 3 : 0);
     }
 
     function show(list, text) {
-        const queries = text.toLowerCase().split(/\s+/).filter((word) => word.length > 1);
+        const queries = text.toLowerCase().split(/[\s?,;]+/).filter((word) => word.length > 1);
         list.replaceChildren();
         list.hidden = queries.length === 0;
         if (list.hidden) return;
@@ -24,6 +24,7 @@
             .map((entry) => [rank(entry, queries), entry])
             .filter((ranked) => ranked[0] > 0)
             .sort((a, b) => b[0] - a[0])
+            .filter((ranked, i, all) => ranked[0] >= Math.floor(all[0][0] / 1000) * 1000) // as many words as the best
             .slice(0, 15);
         for (const [, entry] of found) {
             const link = document.createElement("a");
@@ -35,7 +36,7 @@
             link.append(context);
             list.append(link);
         }
-        if (found.length === 0) list.textContent = "No section contains all these words.";
+        if (found.length === 0) list.textContent = "No section contains one of these words.";
     }
 
     function start() {
