@@ -12,7 +12,7 @@ import sys
 import tempfile
 import time
 
-PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html", "classDQuat.html",
+PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html", "md_docs_performance.html", "classDQuat.html",
          "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
 MANUAL_PAGE = "mrcommon-records.1.html"  # made if mandoc is installed
 SIZES = {"desktop": (1280, 900), "phone": (390, 844)}
