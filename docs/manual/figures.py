@@ -87,7 +87,7 @@ def comparison(rows):
     colours = {"ours": COLOURS["ours"], **{peer: PEERS[i % len(PEERS)] for i, peer in enumerate(peers)}}
     lowest = math.floor(min(math.log10(ratio) for _, found in ratios for ratio in found.values()) - 0.05)
     highest = math.ceil(max(math.log10(ratio) for _, found in ratios for ratio in found.values()) + 0.05)
-    left, width, bottom = 170, 450, 60 + 22 * len(ratios)
+    left, width, bottom = 185, 450, 60 + 22 * len(ratios)
 
     def place(ratio):
         return round(left + width * (math.log10(ratio) - lowest) / (highest - lowest), 1)

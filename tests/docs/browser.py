@@ -12,8 +12,8 @@ import sys
 import tempfile
 import time
 
-PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html", "md_docs_performance.html", "classDQuat.html",
-         "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
+PAGES = ["index.html", "md_docs_properties.html", "md_docs_rotations.html", "md_docs_records.html", "md_docs_frame_names.html",
+         "md_docs_performance.html", "classDQuat.html", "classquarn_1_1PropertyList.html", "PropertyFile_8h.html"]
 MANUAL_PAGE = "mrcommon-records.1.html"  # made if mandoc is installed
 SIZES = {"desktop": (1280, 900), "phone": (390, 844)}
 SEARCHES = {"disk full": "safe_reading", "scalar part": "rotations", "thread": "index", "unload plug-in": "plug_ins",
