@@ -22,6 +22,7 @@ void requireTextForms(ByteId const& id) {
                           digits.substr(16, 4) + "-" + digits.substr(20),
             "the digits as 8-4-4-4-12");
     require(ByteId(digits.c_str()) == id && ByteId(dashed.c_str()) == id, "both texts are read back");
+    require(id.isZero() == (digits == std::string(32, '0')), "zero has zeros alone");
 }
 
 /// By the rule for texts, told in another way than the library goes about it.
