@@ -34,6 +34,16 @@ void* operator new(std::size_t size) {
 
 void* operator new[](std::size_t size) { return operator new(size); }
 
+// As the standard's own do; those of a sanitizer would not come here.
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    try {
+        return operator new(size);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
+void* operator new[](std::size_t size, std::nothrow_t const& tag) noexcept { return operator new(size, tag); }
+
 void operator delete(void* memory) noexcept {
     if (memory == nullptr) return;
     --allocationsAlive;
