@@ -137,6 +137,16 @@ public:
     double depth = 0;
 };
 
+/// Its stream fails after a whole record.
+struct Torn : PptyInt {
+    using PptyInt::writeTo;
+    void writeTo(FileStreamRaw& stream) const override {
+        PptyInt::writeTo(stream);
+        char more[1 << 16];
+        stream.read(more, sizeof more);
+    }
+};
+
 struct NoProperty : QN_Class {};
 
 } // namespace
@@ -407,6 +417,11 @@ TEST_F(PropertyFile, IsNotSavedWithARecordThatCouldNotBeReadAgain) {
     EXPECT_NE(status.message.find("entry 2 (PptyString): "), std::string::npos) << status.message;
     EXPECT_EQ(contentOf(path), old);
     EXPECT_EQ(filesBeside(path), 1u);
+}
+
+TEST_F(PropertyFile, IsNotSavedIfTheStreamOfARecordFails) {
+    list.add(std::make_unique<Torn>());
+    EXPECT_EQ(saveProperties(path, list).message, path + ": entry 1 (PptyInt): its record cannot be written");
 }
 
 TEST(PropertyList, IgnoresWhatIsNotThereAndMovesItsProperties) {

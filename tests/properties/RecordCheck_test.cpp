@@ -235,6 +235,12 @@ TEST(CheckableRecord, HasItsFieldsCheckedAfterThoseOfItsBase) {
     EXPECT_EQ(checked<FileStreamRaw>(Storm(), more).size, more.size());
 }
 
+TEST(RecordCheck, AcceptsLongListsOfStrings) {
+    Bytes record = hex("02000000 6100 2C010000");
+    for (int i = 0; i < 300; ++i) record.insert(record.end(), {1, 0, 0, 0, 0});
+    EXPECT_EQ(checked<FileStreamRaw>(PptyArrayString("a"), record).size, record.size());
+}
+
 TEST(CheckableRecord, MayThrow) {
     TempFile file(hex("02000000 6100 00000000 00000000 00000000 0E010000"));
     FileStreamRaw stream(file);

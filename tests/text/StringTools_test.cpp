@@ -1,4 +1,5 @@
 // StringTools: tables of inputs and results; the results were worked out by hand.
+#include <MRCommon/basic/QN_String.h>
 #include <MRCommon/text/StringTools.h>
 
 #include "support/Allocations.h"
@@ -62,6 +63,7 @@ TEST(Format, IsEmptyIfTheTextCannotBePrinted) {
 TEST(Format, ThrowsIfMemoryIsExhausted) {
     FailingPrinter const failing(ENOMEM);
     EXPECT_THROW(static_cast<void>(StringTools::format("%d", 1)), std::bad_alloc);
+    EXPECT_THROW(quarn::QN_String().format("%d", 1), std::bad_alloc);
 }
 
 #ifdef __linux__
