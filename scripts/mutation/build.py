@@ -43,7 +43,7 @@ class Build:
         subprocess.run(["cmake", "-S", self.tree, "-B", self.folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
                         "-DCMAKE_CXX_FLAGS=-O0", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", f"-DMRCOMMON_SANITIZE={sanitizer}",
                         *(f"-DMRCOMMON_{option}=OFF" for option in off)], check=True, stdout=subprocess.DEVNULL)
-        programs = self.targets(r"((?:tests|fuzz)/\w+_(?:test|replay)): CXX_EXECUTABLE")
+        programs = self.targets(r"((?:tests|fuzz)/(?:\w+_test|\w+_replay|damaged_length)): CXX_EXECUTABLE")
         self.programs = {target.split("/")[1]: target for target in programs if only in ("", target.split("/")[1])}
         self.libraries = self.targets(r"(src/lib\S+): CXX_SHARED_LIBRARY")
         subprocess.run(["ninja", f"-j{jobs}", "-C", self.folder, *self.programs.values(), "test_plugin", "test_plugin_unbound"],
@@ -104,9 +104,9 @@ class Build:
 
     def arguments(self, program):
         """Returns the arguments of a test program, or the seeds of a fuzz target."""
-        if program.endswith("_test"):
-            return ["--gtest_brief=1"]
-        return [self.tree / "fuzz/corpus" / program.removeprefix("fuzz_").removesuffix("_replay")]
+        if program.startswith("fuzz_"):
+            return [self.tree / "fuzz/corpus" / program.removeprefix("fuzz_").removesuffix("_replay")]
+        return ["--gtest_brief=1"]
 
     def limit(self, program):
         """Returns after how many seconds a program counts as failed."""

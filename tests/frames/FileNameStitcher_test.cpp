@@ -220,6 +220,12 @@ TEST(FrameProbe, GivesTheSameAnswersWhetherOrNotTheFolderIsRead) {
             EXPECT_EQ(last("g", 251), 400u);
         }
         foldersCannotBeOpened = false;
+        auto const before = std::filesystem::current_path();
+        std::filesystem::current_path(folder.path(""));
+        accesses = {};
+        EXPECT_EQ(FileNameStitcher::findMaxValue(orderOf(order), "f", "x", 4, 0), 299u);
+        EXPECT_LT(accesses.calls, 150) << "a name without a folder";
+        std::filesystem::current_path(before);
     }
 }
 

@@ -182,6 +182,7 @@ private:
         fields.i32("bearing");
         fields.u32("gusts", &gusts);
         for (unsigned int i = 0; i < gusts && fields.good(); ++i) fields.bytes("gust", 8);
+        EXPECT_EQ(fields.bytes("nothing", 0), fields.good());
     }
 };
 
