@@ -30,7 +30,8 @@ for purpose in "$@"; do
         command_of doxygen doxygen
         command_of dot graphviz
         command_of mandoc mandoc
-        command_of chromium chromium
+        command_of chromedriver chromium-driver
+        file_of /usr/lib/python3/dist-packages/selenium python3-selenium
         file_of /usr/share/doxygen-awesome-css/doxygen-awesome.css doxygen-awesome-css
         command_of pkg-config pkg-config
         command_of make make
