@@ -48,6 +48,9 @@ TEST(Tuples, HoldTheirElementsInOrder) {
     Tuple3<double, double, double> t(1, 2, 3);
     t[1] = 9;
     EXPECT_TRUE(t[0] == 1 && t.second == 9 && std::as_const(t)[2] == 3);
+    Tuple3<double, double, double> copy;
+    copy = Tuple3<double, double, double>(t);
+    EXPECT_TRUE((Tuple2<int, double>(0, copy.third) != Tuple2<int, double>(0, 2)));
     TupleN<3, int> n{{4, 5, 6}};
     EXPECT_EQ(n.data()[2], 6);
     EXPECT_EQ(std::as_const(n).data(), n.data());

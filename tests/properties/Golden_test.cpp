@@ -85,3 +85,17 @@ TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
         EXPECT_EQ(count.made(), 0) << golden.fileName;
     }
 }
+
+TEST(Ppty, KeepsItsValueIfAVariantHasNone) {
+    std::vector<GoldenRecord> const records = goldenRecords(false);
+    for (GoldenRecord const& record : records) {
+        Made const property(record);
+        std::string const before = property->toStr().c_str();
+        for (GoldenRecord const& other : records) {
+            ItemVariant none = Made(other)->getVariantValue();
+            none.deleteValue();
+            property->setValue(none);
+            EXPECT_EQ(property->toStr(), before.c_str()) << record.fileName << " from " << other.fileName;
+        }
+    }
+}

@@ -236,7 +236,10 @@ TEST(CheckableRecord, HasItsFieldsCheckedAfterThoseOfItsBase) {
     EXPECT_EQ(checked<FileStreamRaw>(Storm(), more).size, more.size());
 }
 
-TEST(RecordCheck, AcceptsLongListsOfStrings) {
+TEST(RecordCheck, AcceptsLongStringsAndLists) {
+    Bytes text = hex("02000000 6100 50C30000");
+    text.resize(text.size() + 50000);
+    EXPECT_EQ(checked<FileStreamRaw>(PptyString("a"), text).size, text.size());
     Bytes record = hex("02000000 6100 2C010000");
     for (int i = 0; i < 300; ++i) record.insert(record.end(), {1, 0, 0, 0, 0});
     EXPECT_EQ(checked<FileStreamRaw>(PptyArrayString("a"), record).size, record.size());
