@@ -3,8 +3,8 @@
 //     byte 0    odd: the rest has no signature, format and checksum, which are added
 //     the rest  a file
 #include "Memory.h"
-#include "Scratch.h"
 #include "support/Allocations.h"
+#include "support/TempDir.h"
 
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/detail/Crc32.h>
@@ -69,7 +69,7 @@ private:
 };
 
 void requireSavedAlike(std::string const& file, PropertyList const& list) {
-    std::string const path = scratchFolder() + "/saved";
+    std::string const path = scratch().path("saved");
     FileStatus const status = saveProperties(path, list);
     require(status.ok() && status.message.empty(), "what was loaded can be saved");
     require(bytesIn(path) == Rewriting(file, list).text(), "what was loaded is saved to the same bytes");
@@ -93,7 +93,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     bool const isBare = input.number<unsigned char>() % 2 != 0;
     std::string file(input.rest());
     if (isBare) file = withChecksum("MRPROPS\n" + littleEndian(std::uint32_t{1}) + file);
-    std::string const path = scratchFolder() + "/input";
+    std::string const path = scratch().path("input");
     store(path, file);
 
     PropertyList list;

@@ -1,9 +1,9 @@
 // Scenes: a scene that is accepted keeps its values when its own texts are read again, and as a property file.
 //     all of it    a scene file
-#include "Scratch.h"
-
 #include "examples/fountain/Scene.h"
 #include "examples/fountain/SceneValue.h"
+#include "Input.h"
+#include "support/TempDir.h"
 
 #include <MRCommon/text/StringTools.h>
 
@@ -19,7 +19,7 @@ Properties sceneAt(std::string const& path) {
 }
 
 Properties sceneIn(std::string const& text) {
-    std::string const path = scratchFolder() + "/scene";
+    std::string const path = scratch().path("scene");
     store(path, text);
     return sceneAt(path);
 }
@@ -57,7 +57,7 @@ void requireSameAgain(Properties const& scene) {
 }
 
 void requireSavedAlike(Properties const& scene) {
-    std::string const path = scratchFolder() + "/scene.props";
+    std::string const path = scratch().path("scene.props");
     saveScene(path, scene);
     Properties const again = sceneAt(path);
     require(again.size() == scene.size(), "every property is saved");
@@ -77,7 +77,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
         scene = sceneIn(std::string(Input(data, size).rest()));
     } catch (FileError const& error) {
         std::string_view const fault = error.what();
-        require(fault.find(scratchFolder() + "/scene:") == 0, "a fault has a place");
+        require(fault.find(scratch().path("scene:")) == 0, "a fault has a place");
         require(fault.find('\n') == fault.npos, "a fault is one line");
         return 0;
     } catch (std::runtime_error const&) {

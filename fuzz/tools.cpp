@@ -3,8 +3,9 @@
 //     byte 0       bit 0: mrcommon-frames instead of mrcommon-records; the other bits are options, see below
 //     a piece      the kinds, or a compound extension
 //     the rest     the input, a file or the standard input
-#include "Scratch.h"
+#include "Input.h"
 #include "support/Allocations.h"
+#include "support/TempDir.h"
 
 #include <nlohmann/json.hpp>
 
@@ -110,7 +111,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     Input input(data, size);
     unsigned int const flags = input.number<unsigned char>();
     std::string const list = without(input.piece(), [](char c) { return c == '\0'; });
-    std::string const path = scratchFolder() + "/input";
+    std::string const path = scratch().path("input");
     store(path, input.rest());
 
     bool const isFrames = flags % 2 != 0, isJson = flags / 2 % 2 != 0, isCheck = flags / 4 % 2 != 0;

@@ -76,6 +76,11 @@ TYPED_TEST(AnyQuat, KeepsItsElementsInOrder) {
     EXPECT_TRUE(elements[0] == 5 && elements[1] == 6 && elements[2] == 7 && elements[3] == 8);
     EXPECT_TRUE(q.X() == 5 && q.Y() == 6 && q.Z() == 7 && q.W() == 8 && q[3] == 8);
     EXPECT_FALSE(Q(1, 2, 3, Kit<Q>::nan) == Q(1, 2, 3, Kit<Q>::nan));
+    for (int i = 0; i < 4; ++i) {
+        Q other = q;
+        other[i] = 9;
+        EXPECT_NE(q, other) << "every element counts";
+    }
 }
 
 TYPED_TEST(AnyQuat, TakesEveryTypeOfIntegerAsIndex) {
@@ -84,10 +89,7 @@ TYPED_TEST(AnyQuat, TakesEveryTypeOfIntegerAsIndex) {
     expectIndex<int, Q>();
     expectIndex<Element, Q>();
     expectIndex<unsigned char, Q>();
-    expectIndex<short, Q>();
     expectIndex<unsigned int, Q>();
-    expectIndex<long, Q>();
-    expectIndex<std::ptrdiff_t, Q>();
     expectIndex<std::size_t, Q>();
     expectIndex<long long, Q>();
 }

@@ -86,7 +86,7 @@ TEST(Golden, RereadingARecordOfTheSameSizesAllocatesNothing) {
     }
 }
 
-TEST(Ppty, KeepsItsValueIfAVariantHasNone) {
+TEST(Ppty, TakesVariantsOfEveryKindAndKeepsItsValueIfOneHasNone) {
     std::vector<GoldenRecord> const records = goldenRecords(false);
     for (GoldenRecord const& record : records) {
         Made const property(record);
@@ -96,6 +96,9 @@ TEST(Ppty, KeepsItsValueIfAVariantHasNone) {
             none.deleteValue();
             property->setValue(none);
             EXPECT_EQ(property->toStr(), before.c_str()) << record.fileName << " from " << other.fileName;
+            bool const isTaken = Made(record)->setValue(Made(other)->getVariantValue());
+            EXPECT_TRUE(isTaken || record.className() == "PptyEnum")
+                << record.fileName << " from " << other.fileName;
         }
     }
 }

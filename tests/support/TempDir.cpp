@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -32,4 +33,15 @@ TempDir::~TempDir() {
 void TempDir::touch(std::string const& name) const {
     std::filesystem::create_directories((root_ / name).parent_path());
     if (!std::ofstream(root_ / name)) throw std::runtime_error("cannot make " + path(name));
+}
+
+void store(std::filesystem::path const& path, std::string_view bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+    if (!file) throw std::runtime_error("cannot write " + path.string());
+}
+
+std::string bytesIn(std::filesystem::path const& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
