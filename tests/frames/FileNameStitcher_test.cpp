@@ -45,6 +45,15 @@ FileNameStitcher& stitcher(std::string const& prefix, unsigned int padding, int 
     return s;
 }
 
+/// Calls with `file` as the current stream, and returns what the settings are then: prefix, padding and order.
+template <class Act> std::string settingsAfter(std::FILE* file, Act const& act) {
+    SetCurrentStream(file);
+    act();
+    SetCurrentStream(nullptr);
+    FileNameStitcher const& s = FileNameStitcher::instance();
+    return s.prefix + " " + std::to_string(s.padding) + " " + std::to_string(s.order);
+}
+
 /// What the library asked the disk since the last reset. (No list of calls: it would allocate.)
 struct {
     int calls, modes; ///< for a path, or for a name in an open folder
@@ -294,68 +303,50 @@ TEST(FrameExtensionFromPath, AsksTheDiskOnlyForTheRange) {
 
 TEST(FileNameStitcher, ReadsTheRecordThatItWrote) {
     TempFile file;
-    SetCurrentStream(file);
-    stitcher("ab/", 4, 3).save();
+    settingsAfter(file, [] { stitcher("ab/", 4, 3).save(); });
     EXPECT_EQ(file.bytes(), hex("00000003 61622F 00000004 00000003"));
-    stitcher("next", 5, 1).save();
+    settingsAfter(file, [] { stitcher("next", 5, 1).save(); });
     file.rewind();
     FileNameStitcher& s = stitcher("a longer prefix", 9, 0);
     s.sceneName = "shot";
-    s.load();
-    EXPECT_EQ(s.prefix + s.sceneName, "ab/shot");
-    EXPECT_TRUE(s.padding == 4 && s.order == 3);
-    s.load();
-    SetCurrentStream(nullptr);
-    EXPECT_TRUE(s.prefix == "next" && s.padding == 5 && s.order == 1) << "the record after it";
+    EXPECT_EQ(settingsAfter(file, [&] { s.load(); }), "ab/ 4 3");
+    EXPECT_EQ(s.sceneName, "shot");
+    EXPECT_EQ(settingsAfter(file, [&] { s.load(); }), "next 5 1") << "the record after it";
 }
 
 TEST(FileNameStitcher, KeepsWhatACutRecordLacks) {
     for (Case const& c : casesOf("KeepsWhatACutRecordLacks")) {
         TempFile file(hex(c[0]));
         FileNameStitcher& s = stitcher("defg", 9, 3);
-        SetCurrentStream(file);
-        s.load();
-        SetCurrentStream(nullptr);
-        EXPECT_EQ(s.prefix, c[1]) << c.place;
-        EXPECT_TRUE(s.padding == c.count(2) && s.order == c.integer(3)) << c.place;
+        EXPECT_EQ(settingsAfter(file, [&] { s.load(); }), c[1] + " " + c[2] + " " + c[3]) << c.place;
     }
     FileNameStitcher& s = stitcher("defg", 9, 3);
-    s.load();
-    EXPECT_EQ(s.prefix, "") << "there is no stream";
-    EXPECT_TRUE(s.padding == 9 && s.order == 3);
+    EXPECT_EQ(settingsAfter(nullptr, [&] { s.load(); }), " 9 3") << "there is no stream";
 }
 
 TEST(FileNameStitcher, SurvivesAbsurdRecords) {
     TempFile file(hex("00000002 6100 FFFFFFFF 00000077"));
     FileNameStitcher& s = stitcher("ab/", 4, 3);
-    SetCurrentStream(file);
-    s.load();
-    EXPECT_EQ(s.order, 0x77);
+    EXPECT_EQ(settingsAfter(file, [&] { s.load(); }), std::string("a\0 4294967295 119", 17));
     EXPECT_EQ(s.doIt("n", 1, "x"), "");
     s.order = FRAME_ORDER_NAME_FRAME_DOT_EXT;
     EXPECT_EQ(s.doIt("n", 1, "x").size(), 1u + 1 + 65535 + 2) << "the prefix ends at its NUL";
     EXPECT_EQ(FileNameStitcher::findMinValue(s.order, "n", "x", s.padding, 5), 5u);
 
     TempFile huge(hex("7FFFFFFF 61 00000004 00000002"));
-    SetCurrentStream(huge);
     stitcher("ab/", 4, 3);
-    {
+    auto const loadWithoutMemory = [&] {
         FailingAllocation const failing(0);
         EXPECT_THROW(s.load(), std::bad_alloc);
-    }
-    SetCurrentStream(nullptr);
-    EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
+    };
+    EXPECT_EQ(settingsAfter(huge, loadWithoutMemory), "ab/ 4 3");
 }
 
 TEST(FileNameStitcher, LoadsCheckedRecordsWithAnyPaddingAndNothingWithoutAStream) {
     FileNameStitcher& s = stitcher("old", 9, 1);
-    EXPECT_FALSE(s.loadChecked());
-    EXPECT_TRUE(s.prefix == "old" && s.padding == 9 && s.order == 1);
+    EXPECT_EQ(settingsAfter(nullptr, [&] { EXPECT_FALSE(s.loadChecked()); }), "old 9 1");
     TempFile file(hex("00000003 61622F FFFFFFFF 00000000"));
-    SetCurrentStream(file);
-    EXPECT_TRUE(s.loadChecked());
-    SetCurrentStream(nullptr);
-    EXPECT_TRUE(s.prefix == "ab/" && s.padding == UINT_MAX && s.order == 0);
+    EXPECT_EQ(settingsAfter(file, [&] { EXPECT_TRUE(s.loadChecked()); }), "ab/ 4294967295 0");
 }
 
 TEST(FileNameStitcher, LoadsCheckedRecordsFromPipesWithoutTrustingTheirLength) {
@@ -368,21 +359,19 @@ TEST(FileNameStitcher, LoadsCheckedRecordsFromPipesWithoutTrustingTheirLength) {
         ASSERT_EQ(write(ends[1], record.data(), record.size()), static_cast<long>(record.size()));
         close(ends[1]);
         std::FILE* const file = fdopen(ends[0], "rb");
-        SetCurrentStream(file);
-        {
+        auto const load = [&] {
             AllocationLimit const limit(70000);
             EXPECT_EQ(s.loadChecked(), !isDamaged);
-        }
-        SetCurrentStream(nullptr);
+        };
+        EXPECT_EQ(settingsAfter(file, load), "ab/ 4 3");
         std::fclose(file);
-        EXPECT_TRUE(s.prefix == "ab/" && s.padding == 4 && s.order == 3);
     }
 }
 
 TEST(FrameProbe, AllocatesNothing) {
     TempDir folder;
-    for (int frame = 10; frame < 60; ++frame) folder.touch("f" + std::to_string(frame) + ".x");
-    for (int frame = 100; frame < 400; ++frame) folder.touch("f" + std::to_string(frame) + ".x");
+    for (int frame = 10; frame < 400; ++frame)
+        if (frame < 60 || frame >= 100) folder.touch("f" + std::to_string(frame) + ".x");
     QN_String const name(folder.path("f").c_str());
     QN_String const ext("x");
     AllocationCounter count;

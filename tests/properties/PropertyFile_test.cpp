@@ -1,4 +1,5 @@
 // PropertyFile: what is saved is loaded again, what is damaged is refused, and the file is the old one or the new one.
+#include <MRCommon/properties/detail/Crc32.h>
 #include <MRCommon/properties/MetaClasses.h>
 #include <MRCommon/properties/PropertyFile.h>
 
@@ -52,21 +53,13 @@ PropertyList everyClass() {
     return list;
 }
 
-/// CRC-32 bit by bit.
-std::uint32_t checksum(Bytes const& bytes, std::size_t size) {
-    std::uint32_t crc = 0xFFFFFFFF;
-    for (std::size_t i = 0; i < size * 8; ++i) {
-        if (i % 8 == 0) crc ^= bytes[i / 8];
-        crc = crc >> 1 ^ (crc % 2 ? 0xEDB88320 : 0);
-    }
-    return ~crc;
-}
-
 /// Makes the checksum right again.
 void sign(Bytes& file) {
     if (file.size() < 4) return;
-    std::uint32_t const crc = checksum(file, file.size() - 4);
-    std::memcpy(file.data() + file.size() - 4, &crc, 4);
+    detail::Crc32 crc;
+    crc.update(reinterpret_cast<char const*>(file.data()), file.size() - 4);
+    std::uint32_t const value = crc.value();
+    std::memcpy(file.data() + file.size() - 4, &value, 4);
 }
 
 /// A file of one entry.

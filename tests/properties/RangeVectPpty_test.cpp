@@ -2,7 +2,6 @@
 #include <MRCommon/properties/RangeVectPpty.h>
 
 #include "properties/Records.h"
-#include "support/Slots.h"
 
 #include <gtest/gtest.h>
 
@@ -75,9 +74,4 @@ TEST(RangeVectPpty, HasItsTypeTagAndRecord) {
     EXPECT_EQ(recordOf(f), hex("02000000 7600 0000803F 00000040 00004040 00008040 00008040 00008040 "
                                "00000000 00000000 00000000"));
     EXPECT_EQ(recordOf(d).size(), 6u + 72u);
-}
-
-TEST(RangeVectPpty, KeepsItsSlots) {
-    EXPECT_EQ(slotOf(&RangeVect3DPpty::setMax), 22u);
-    EXPECT_EQ(slotOf(&RangeVect3DPpty::setMin), 23u);
 }

@@ -93,7 +93,7 @@ TEST(AllocationFailures, OfStreams) {
     Bytes const raw = hex("02000000 03000000 616200 14000000 6162636465666768696A6B6C6D6E6F7071727300");
     Bytes const endian = hex("00000002 00000003 616200 00000014 6162636465666768696A6B6C6D6E6F7071727300");
     auto const into = [](Bytes const& record) {
-        return [&record] { return std::make_tuple(Reading(record), Strings{"old"}); };
+        return [&record] { return std::make_tuple(TempFile(record), Strings{"old"}); };
     };
     usable("raw list", into(raw), [&](auto& a) {
         FileStreamRaw stream(std::get<0>(a).fromStart());
@@ -204,7 +204,7 @@ TEST(AllocationFailures, OfTheStitcher) {
     Bytes record = hex("00000020");
     record.insert(record.end(), 32, 'p');
     for (unsigned char const byte : hex("00000007 00000001")) record.push_back(byte);
-    Reading const file(record);
+    TempFile const file(record);
     for (bool const checked : {false, true})
         unchanged(checked ? "loadChecked" : "load", settings, [&](auto&) {
             SetCurrentStream(file.fromStart());

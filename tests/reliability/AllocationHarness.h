@@ -31,19 +31,7 @@ struct Tried {
 };
 inline Tried tried;
 
-/// An argument to read from: a file that every try begins anew.
-class Reading {
-public:
-    explicit Reading(Bytes const& content) : file_(std::make_unique<TempFile>(content)) {}
-    std::FILE* fromStart() const {
-        file_->rewind();
-        return *file_;
-    }
-
-private:
-    std::unique_ptr<TempFile> file_;
-};
-inline std::string describe(Reading const&) { return {}; }
+inline std::string describe(TempFile const&) { return {}; } // an argument to read from
 
 /// What an operation returns, or 0.
 template <class Run, class Arguments> auto resultOf(Run const& run, Arguments& arguments) {

@@ -48,7 +48,7 @@ PptyPtr made(string const& className) {
     return property;
 }
 
-void readFrom(Ppty& property, Reading const& file, bool isRaw) {
+void readFrom(Ppty& property, TempFile const& file, bool isRaw) {
     FileStreamRaw raw(file.fromStart());
     FileStreamEndian endian(raw.file());
     isRaw ? property.readFrom(raw) : property.readFrom(endian);
@@ -57,7 +57,7 @@ void readFrom(Ppty& property, Reading const& file, bool isRaw) {
 /// A property of a golden record.
 PptyPtr readFrom(GoldenRecord const& golden) {
     PptyPtr property = made(golden.className());
-    readFrom(*property, Reading(golden.record), golden.isRaw());
+    readFrom(*property, TempFile(golden.record), golden.isRaw());
     return property;
 }
 
@@ -101,7 +101,7 @@ TEST(AllocationFailures, OfReading) {
             if (golden.record[0] == 0 || golden.record[0] > 12) continue; // no value
             usable(
                 "read " + golden.fileName,
-                [&] { return std::make_pair(Reading(golden.record), ItemVariant()); },
+                [&] { return std::make_pair(TempFile(golden.record), ItemVariant()); },
                 [](auto& pair) {
                     FileStreamRaw stream(pair.first.fromStart());
                     pair.second.deleteValue();
@@ -112,7 +112,7 @@ TEST(AllocationFailures, OfReading) {
         }
         usable(
             "read " + golden.fileName,
-            [&] { return std::make_pair(Reading(golden.record), made(golden.className())); },
+            [&] { return std::make_pair(TempFile(golden.record), made(golden.className())); },
             [&](auto& pair) { readFrom(*pair.second, pair.first, golden.isRaw()); });
     }
 }
@@ -191,8 +191,8 @@ TEST(AllocationFailures, OfRecordChecks) {
         PptyPtr const pattern = made(golden.className());
         Bytes const cut(golden.record.begin(), golden.record.end() - 1);
         unchanged(
-            "check " + golden.fileName, [&] { return Reading(cut); },
-            [&](Reading& file) {
+            "check " + golden.fileName, [&] { return TempFile(cut); },
+            [&](TempFile& file) {
                 FileStreamRaw raw(file.fromStart());
                 FileStreamEndian endian(raw.file());
                 RecordCheck const check =
@@ -201,8 +201,8 @@ TEST(AllocationFailures, OfRecordChecks) {
             });
     }
     unchanged(
-        "check a variant", [] { return Reading(hex("06000000 7F000000")); },
-        [](Reading& file) {
+        "check a variant", [] { return TempFile(hex("06000000 7F000000")); },
+        [](TempFile& file) {
             FileStreamRaw stream(file.fromStart());
             return checkVariantRecord(stream).message();
         });

@@ -34,7 +34,9 @@ TempFile::TempFile(Bytes const& content) : TempFile() {
     rewind();
 }
 
-TempFile::~TempFile() { std::fclose(file_); }
+TempFile::~TempFile() {
+    if (file_ != nullptr) std::fclose(file_);
+}
 
 Bytes TempFile::bytes() const {
     long const position = std::ftell(file_);

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 using Bytes = std::vector<unsigned char>;
@@ -21,11 +22,12 @@ public:
     TempFile();                              ///< empty
     explicit TempFile(Bytes const& content); ///< holds `content`, positioned at its start
     ~TempFile();
-    TempFile(TempFile const&) = delete;
-    TempFile& operator=(TempFile const&) = delete;
+    TempFile(TempFile&& other) noexcept : file_(std::exchange(other.file_, nullptr)) {}
+    TempFile& operator=(TempFile&&) = delete;
 
     operator std::FILE*() const { return file_; }
-    void rewind() { std::rewind(file_); }
+    void rewind() const { std::rewind(file_); }
+    std::FILE* fromStart() const { return rewind(), file_; }
     Bytes bytes() const; ///< everything in the file; the position stays
 
 private:
