@@ -19,6 +19,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -173,8 +174,10 @@ void addRecords(Hash& hash) {
     choice.itemValues = {1, -2, 1 << 30};
     choice.setValue(ItemVariant("second"));
     addRecord(hash, choice);
+    std::set<std::uint64_t> ids; // whatever the order of registration
     for (QN_MetaClassBase const* const metaClass : QN_MetaClassBase::registered())
-        hash.add(std::uint64_t{metaClass->classId()});
+        ids.insert(metaClass->classId());
+    for (std::uint64_t const id : ids) hash.add(id);
 }
 
 // ---------------------------------------------------------------------------

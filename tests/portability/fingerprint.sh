@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Builds the library and fingerprint.cpp with other compilers, optimisations, signs of plain char and for other
-# machines, and compares what the programs print. A variant whose compiler or emulator is missing is skipped with a line.
-#     fingerprint.sh SOURCE-FOLDER
+# machines, and compares what the programs print with what the libraries of a release build with GCC give. A variant whose
+# compiler or emulator is missing is skipped with a line.
+#     fingerprint.sh SOURCE-FOLDER LIBRARY-FOLDER
 # Texts, records and arithmetic must agree everywhere. What depends on the platform's libm must agree among the
 # variants of this machine only.
 set -euo pipefail
-source=$1
+source=$1 libraries=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -34,10 +35,13 @@ variant() {
     echo "$name: $(tail -n 1 "$scratch/$name.txt")"
 }
 
-variant gcc-O3 "" g++ -O3
+g++ -O3 "${options[@]}" "${files[-1]}" -o "$scratch/release" -L"$libraries" -Wl,-rpath,"$libraries" \
+    -lMRCommon -lqn_basic -lqn_fileio
+"$scratch/release" >"$scratch/release.txt"
+variants+=(release)
 variant gcc-O0-unsigned-char "" g++ -O0 -funsigned-char
 variant clang-O2 "" clang++ -O2
-variant aarch64-O2 "qemu-aarch64 -L /usr/aarch64-linux-gnu" aarch64-linux-gnu-g++ -O2
+variant aarch64-O1 "qemu-aarch64 -L /usr/aarch64-linux-gnu" aarch64-linux-gnu-g++ -O1
 variant s390x-O1 "qemu-s390x -L /usr/s390x-linux-gnu" s390x-linux-gnu-g++ -O1
 [ ${#variants[@]} -gt 1 ] || { echo "nothing to compare" >&2; exit 1; }
 
