@@ -15,12 +15,12 @@ namespace quarn {
 
 namespace detail {
 
-/// Copies the bytes of a number, bool, vector or colour, as many as both values have. Intentional: nothing is
-/// converted. Tested by BasicPpty.TakesValuesFromVariantsWithoutConversion.
+/// Copies the bytes of a number, bool, vector or colour of another kind, as many as both values have. Intentional: nothing
+/// is converted. Tested by BasicPpty.TakesValuesFromVariantsWithoutConversion.
 template <class T> void copyRawBytes(T& target, ItemVariant const& source) {
     visitKind(source.tag(), [&](auto kind) {
         using Source = typename decltype(kind)::Type;
-        if constexpr (isTriviallyCopyable<Source>)
+        if constexpr (isTriviallyCopyable<Source> && !std::is_same_v<Source, T>)
             if (Source const* const payload = source.as<Source>()) {
                 if constexpr (std::is_same_v<T, bool>) {
                     unsigned char byte = 0;
