@@ -75,6 +75,8 @@ TEST(GetQuaternion, ReadsMatricesForRowVectors) {
     expectQuaternion({{{0, -1, 0}, {-1, 0, 0}, {0, 0, -1}}}, -r, r, 0, 0);
     expectQuaternion({{{0, 0, -1}, {0, -1, 0}, {-1, 0, 0}}}, -r, 0, r, 0);
     expectQuaternion({{{-1, 0, 0}, {0, 0, -1}, {0, -1, 0}}}, 0, -r, r, 0);
+    expectQuaternion({{{-0.28, 0, -0.96}, {0, -1, 0}, {-0.96, 0, 0.28}}}, -0.6, 0, 0.8,
+                     0); // the last is the largest
     forEachRotation([](Plain const& rotation, std::array<double, 4> const& e) {
         double const sign = e[0] < 0 ? -1 : 1;
         expectQuaternion(rotation, sign * e[1], sign * e[2], sign * e[3], sign * e[0]);

@@ -1,4 +1,5 @@
 // The four ranged numbers: bounds, the typed setter, records, defaults.
+#include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
 
 #include "properties/Records.h"
@@ -113,6 +114,7 @@ TEST(RgdBasicPpty, IsDeletedThroughAnyOfItsBases) {
     AllocationCounter count;
     std::unique_ptr<RangePpty<float, Ppty::TYPE_RANGE_FLOAT>>(new RFloatPpty("opacity")).reset();
     std::unique_ptr<BasePpty<int, Ppty::TYPE_RANGE_INT>>(new RIntPpty("steps")).reset();
+    std::unique_ptr<BasePpty<QN_String, Ppty::TYPE_STRING>>(new PptyString("name", "value")).reset();
     EXPECT_EQ(count.alive(), 0);
 }
 
