@@ -233,9 +233,9 @@ TEST_F(PropertyFile, RefusesWhatIsNotInOrder) {
     expectRefused(changed(32, 200), S::Damaged, "entry 1 (PptyInt): size of the record at byte 32");
     expectRefused(changed(40, 200), S::Damaged, "entry 1 (PptyInt): name at byte 40");
     Bytes odd = changed(22, '\n');
-    odd[32] = 200;
+    odd[23] = ' ', odd[32] = 200;
     sign(odd);
-    expectRefused(odd, S::Damaged, "entry 1 (Pp?yInt): size of the record");
+    expectRefused(odd, S::Damaged, "entry 1 (Pp? Int): size of the record");
     expectRefused(changed(40, 1), S::Damaged, "entry 1 (PptyInt): name at byte 40");
     expectRefused(fileOf("PptyInt", hex("02000000 6100 07000000 00")), S::Damaged,
                   "entry 1 (PptyInt): record at byte 40: reading it does not take its 11 bytes");
