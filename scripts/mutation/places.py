@@ -118,7 +118,7 @@ class Finder:
         if "constexpr" in self.text_of(function).split("{")[0]:
             return ""
         name = function.spelling if function.spelling.startswith("operator") else function.spelling.split("<")[0]
-        return name + ("<" if function.kind == CursorKind.FUNCTION_TEMPLATE else "(")
+        return name + ("<" if self.text_of(function).startswith("template") else "(")  # a specialisation has arguments, too
 
     def is_body(self, statement):
         """Returns whether the statement follows a closing bracket or `else`, as what depends on a condition does."""
