@@ -88,7 +88,7 @@ class Build:
     def containing(self, file, function):
         """Returns the objects that contain code of a function in a file: without optimisation each has its symbol."""
         users = self.users.get(str(self.tree / file), set())
-        symbol = re.compile(rf"(?<![\w~]){re.escape(function[:-1])}(\[[^]]*\])? ?{re.escape(function[-1:])}")
+        symbol = re.compile(rf"(?<![\w~]){re.escape(function)}(\[[^]]*\])? ?[<(]")
         return {name for name in users if not function or symbol.search(self.symbols[name])}
 
     def precompile(self):

@@ -31,7 +31,7 @@ class Fault:
     end: int
     kind: str
     new: str
-    function: str = ""  # the only function whose code changes, as its symbol spells it: "name(" or "name<"; empty if none
+    function: str = ""  # the only function whose code changes, as its symbol spells it; empty if none
 
     def planted_in(self, text):
         return text[:self.start] + self.new + text[self.end:]
@@ -117,8 +117,7 @@ class Finder:
         """Returns the name in the symbol of a function, or "" if it may be evaluated while compiling and have none."""
         if "constexpr" in self.text_of(function).split("{")[0]:
             return ""
-        name = function.spelling if function.spelling.startswith("operator") else function.spelling.split("<")[0]
-        return name + ("<" if self.text_of(function).startswith("template") else "(")  # a specialisation has arguments, too
+        return function.spelling if function.spelling.startswith("operator") else function.spelling.split("<")[0]
 
     def is_body(self, statement):
         """Returns whether the statement follows a closing bracket or `else`, as what depends on a condition does."""

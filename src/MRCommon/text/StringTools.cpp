@@ -88,15 +88,15 @@ public:
         while (!atEnd() && isDelimiter_(text_[position_])) ++position_;
     }
 
-    /// Appends the characters before the next delimiter to `tokens`, if there are any.
+    /// Appends the characters before the next delimiter, at least one, to `tokens`.
     void takePlain(std::vector<std::string>& tokens) {
         std::size_t const start = position_;
         while (!atEnd() && !isDelimiter_(text_[position_])) ++position_;
-        if (position_ != start) tokens.emplace_back(text_.substr(start, position_ - start));
+        tokens.emplace_back(text_.substr(start, position_ - start));
         if (!atEnd()) ++position_;
     }
 
-    /// Does the same, interpreting quotes and backslashes.
+    /// Does the same, interpreting quotes and backslashes, which may leave nothing.
     void takeQuoted(std::vector<std::string>& tokens) {
         std::string token = scanQuoted();
         if (!token.empty()) tokens.push_back(std::move(token));
