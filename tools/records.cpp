@@ -4,6 +4,7 @@
 //     PptyEnum name="mode" label="High" index=20 labels=["Low", "High"] values=[10, 20]
 // docs/man/mrcommon-records.1 describes the options.
 #include <MRCommon/frames/FileNameStitcher.h>
+#include <MRCommon/properties/detail/PropertyClass.h>
 #include <MRCommon/properties/MetaClasses.h>
 #include <MRCommon/properties/PropertyFile.h>
 #include <MRCommon/properties/RecordCheck.h>
@@ -61,15 +62,7 @@ std::string systemReason() { return std::generic_category().message(errno); }
 /// Returns null if the class is not registered or its objects are not properties.
 QN_MetaClassBase const* propertyClass(std::string const& name) {
     QN_MetaClassBase const* const found = QN_MetaClassBase::find(name.c_str());
-    auto const throwNull = found == nullptr ? nullptr : found->upcastProbe().throwNull;
-    if (throwNull == nullptr) return nullptr;
-    try {
-        throwNull();
-    } catch (Ppty const*) {
-        return found;
-    } catch (...) { // a pointer to another class
-    }
-    return nullptr;
+    return found != nullptr && detail::isPropertyClass(*found) ? found : nullptr;
 }
 
 void requireKinds(std::vector<std::string> const& kinds) {

@@ -1,19 +1,17 @@
 #include "Property.h"
 
 #include "Conversions.h"
-#include "Streams.h"
 
 #include <MRCommon/properties/BasicPpty.h>
 #include <MRCommon/properties/detail/PropertyClass.h>
+#include <MRCommon/properties/detail/RecordBuffer.h>
 #include <MRCommon/properties/PptyArrayString.h>
 #include <MRCommon/properties/RangeVectPpty.h>
 #include <MRCommon/properties/RgdBasicPpty.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <new>
-#include <string_view>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -92,31 +90,6 @@ bool choose(PptyEnum& property, py::handle object) {
     if (PyUnicode_Check(object.ptr())) return property.setValue(ItemVariant(textFrom(object).c_str()));
     return property.setValue(ItemVariant(valueFrom<int>(object)));
 }
-
-/// A FILE on memory that grows.
-class MemoryFile {
-public:
-    MemoryFile() : file_(open_memstream(&data_, &size_)) {
-        if (file_ == nullptr) throw std::bad_alloc();
-    }
-    ~MemoryFile() {
-        std::fclose(file_);
-        std::free(data_);
-    }
-    MemoryFile(MemoryFile const&) = delete;
-    MemoryFile& operator=(MemoryFile const&) = delete;
-
-    std::FILE* file() const { return file_; }
-    std::string_view bytes() {
-        if (std::fflush(file_) != 0) throw std::bad_alloc();
-        return {data_, size_};
-    }
-
-private:
-    char* data_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* file_;
-};
 
 QN_MetaClassBase const& classNamed(std::string const& kind) {
     QN_MetaClassBase const* const found = QN_MetaClassBase::find(QN_String(kind.c_str()));
@@ -234,10 +207,11 @@ void Property::setMaximum(py::handle object) {
 }
 
 py::bytes Property::record(bool endian) const {
-    MemoryFile memory;
-    withStream(memory.file(), endian, [&](auto& stream) { get().writeTo(stream); });
-    std::string_view const bytes = memory.bytes();
-    return {bytes.data(), bytes.size()};
+    detail::RecordBuffer buffer;
+    bool const isWritten =
+        endian ? buffer.write<FileStreamEndian>(get()) : buffer.write<FileStreamRaw>(get());
+    if (!isWritten) throw std::bad_alloc();
+    return {buffer.data(), buffer.size()};
 }
 
 PropertyObjects::PropertyObjects() : base_(py::detail::get_type_info(typeid(Property))) {}

@@ -4,6 +4,7 @@
 #include <MRCommon/properties/detail/Crc32.h>
 #include <MRCommon/properties/detail/EnumLayout.h>
 #include <MRCommon/properties/detail/PropertyClass.h>
+#include <MRCommon/properties/detail/RecordBuffer.h>
 #include <MRCommon/properties/detail/RecordBytes.h>
 #include <MRCommon/properties/QN_MetaClass.h>
 
@@ -139,36 +140,6 @@ template <class Act> FileStatus statusOf(FileStatus::Code systemFailure, Act con
 // ---------------------------------------------------------------------------
 // Saving
 
-/// A FILE in memory that one record after the other is written to.
-class RecordBuffer {
-public:
-    RecordBuffer() : file_(open_memstream(&bytes_, &size_)) {
-        if (file_ == nullptr) throw std::bad_alloc();
-    }
-    ~RecordBuffer() {
-        std::fclose(file_);
-        std::free(bytes_);
-    }
-    RecordBuffer(RecordBuffer const&) = delete;
-    RecordBuffer& operator=(RecordBuffer const&) = delete;
-
-    /// Replaces the record; false if the property cannot be written.
-    bool write(Ppty const& property) {
-        std::rewind(file_);
-        FileStreamRaw stream(file_);
-        property.writeTo(stream);
-        return !stream.failed() && std::fflush(file_) == 0;
-    }
-
-    char const* data() const { return bytes_; }
-    std::size_t size() const { return size_; }
-
-private:
-    char* bytes_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* file_;
-};
-
 /// Writes a file with its checksum, in large pieces.
 class ChecksumWriter {
 public:
@@ -233,7 +204,7 @@ private:
             return;
         }
         Ppty const& property = *entry.property;
-        if (!record_.write(property))
+        if (!record_.write<FileStreamRaw>(property))
             fail(FileStatus::CannotWrite, path_,
                  placeOf(i, entry.className) + "its record cannot be written");
         RecordCheck const check = detail::MemoryBytes(record_.data(), record_.size()).check(property, true);
@@ -252,7 +223,7 @@ private:
 
     std::string const& path_;
     ChecksumWriter out_;
-    RecordBuffer record_;
+    detail::RecordBuffer record_;
 };
 
 // ---------------------------------------------------------------------------
